@@ -1,0 +1,19 @@
+#include "qeuckr.h"
+
+#include <QStringDecoder>
+
+QString qEUCKRtoQString(const QByteArray &text)
+{
+    // Stop at the first NUL, as the C string form does.
+    const qsizetype end = text.indexOf('\0');
+    const QByteArray bytes = end < 0 ? text : text.left(end);
+    QStringDecoder decoder("EUC-KR");
+    if (!decoder.isValid())
+        return QString::fromLatin1(bytes);
+    return decoder.decode(bytes);
+}
+
+QString qEUCKRtoQString(const char *text)
+{
+    return text ? qEUCKRtoQString(QByteArray(text)) : QString();
+}

@@ -1,0 +1,94 @@
+#include "testenvironment.h"
+
+#include "qtopiachannel.h"
+
+#include <QApplication>
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QKeyEvent>
+#include <QSettings>
+#include <QTest>
+#include <QWidget>
+
+TestEnvironment::TestEnvironment()
+{
+    qputenv("QPE_ROOT", root.path().toLocal8Bit());
+    QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, root.path() + "/settings");
+    QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, root.path() + "/settings");
+    QDir(root.path()).mkpath("tmp/status");
+    QDir(root.path()).mkpath("tmp/systemdb");
+}
+
+TestEnvironment::~TestEnvironment()
+{
+    qunsetenv("QPE_ROOT");
+}
+
+QString TestEnvironment::path(const QString &devicePath) const
+{
+    return QDir::cleanPath(root.path() + QLatin1Char('/') + devicePath);
+}
+
+void TestEnvironment::writeFile(const QString &devicePath, const QByteArray &bytes) const
+{
+    const QString p = path(devicePath);
+    QDir().mkpath(QFileInfo(p).path());
+    QFile f(p);
+    if (!f.open(QIODevice::WriteOnly | QIODevice::Truncate))
+        qFatal("cannot write %s", qPrintable(p));
+    f.write(bytes);
+}
+
+void TestEnvironment::remove(const QString &devicePath) const
+{
+    QFile::remove(path(devicePath));
+}
+
+NoticeRecorder::NoticeRecorder(std::function<void(const QNoticeDialog::Notice &)> hook)
+{
+    QNoticeDialog::setPresenter([this, hook](const QNoticeDialog::Notice &n) {
+        notices.append(n);
+        if (hook)
+            hook(n);
+    });
+}
+
+NoticeRecorder::~NoticeRecorder()
+{
+    QNoticeDialog::setPresenter({});
+}
+
+QList<QtopiaIpcMessage> sentOn(const QString &channel, const QString &message)
+{
+    QList<QtopiaIpcMessage> result;
+    for (const QtopiaIpcMessage &m : QtopiaIpcTransport::traffic())
+        if (m.channel == channel && (message.isNull() || m.message == message))
+            result.append(m);
+    return result;
+}
+
+QStringList signaturesOn(const QString &channel)
+{
+    QStringList result;
+    for (const QtopiaIpcMessage &m : QtopiaIpcTransport::traffic())
+        if (m.channel == channel)
+            result.append(m.message);
+    return result;
+}
+
+void deliver(const QString &channel, const QString &message, const QByteArray &data)
+{
+    QtopiaChannel::deliver(channel, message, data);
+}
+
+void pressKey(QWidget *widget, int key, Qt::KeyboardModifiers modifiers)
+{
+    QTest::sendKeyEvent(QTest::Click, widget, Qt::Key(key), QString(), modifiers);
+}
+
+void flushEvents()
+{
+    QCoreApplication::sendPostedEvents();
+    QCoreApplication::processEvents();
+}

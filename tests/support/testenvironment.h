@@ -1,0 +1,58 @@
+#pragma once
+
+#include <QByteArray>
+#include <QList>
+#include <QString>
+#include <QTemporaryDir>
+
+#include <functional>
+
+#include "qnoticedialog.h"
+#include "qtopiaipctransport.h"
+
+class QWidget;
+
+// Gives a test program its own device root (QPE_ROOT) and its own settings
+// location, so that no test touches the user's settings or the real /tmp files.
+// Create one in initTestCase() and keep it for the whole program.
+class TestEnvironment
+{
+public:
+    TestEnvironment();
+    ~TestEnvironment();
+
+    // The device path under this test's root, e.g. "/tmp/status/vod_setup_status".
+    QString path(const QString &devicePath) const;
+    // Writes a device file (creating its directory); removes it with remove().
+    void writeFile(const QString &devicePath, const QByteArray &bytes) const;
+    void remove(const QString &devicePath) const;
+
+private:
+    QTemporaryDir root;
+};
+
+// Records every notice instead of showing it; the call returns at once. An
+// optional hook runs while the "notice is up", to look at the state then.
+class NoticeRecorder
+{
+public:
+    explicit NoticeRecorder(std::function<void(const QNoticeDialog::Notice &)> hook = {});
+    ~NoticeRecorder();
+
+    QList<QNoticeDialog::Notice> notices;
+};
+
+// The messages of the traffic log sent on a channel, optionally with one signature.
+QList<QtopiaIpcMessage> sentOn(const QString &channel, const QString &message = QString());
+// The signatures sent on a channel, in order.
+QStringList signaturesOn(const QString &channel);
+
+// Delivers a notification to this process's listeners at once, as the transport would.
+void deliver(const QString &channel, const QString &message, const QByteArray &data = QByteArray());
+
+// Sends a key press and release the way the device does. QTest::keyClick cannot
+// take the device's own key codes.
+void pressKey(QWidget *widget, int key, Qt::KeyboardModifiers modifiers = Qt::NoModifier);
+
+// Runs the posted events (the in-process transport delivers through them).
+void flushEvents();
