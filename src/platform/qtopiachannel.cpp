@@ -37,6 +37,15 @@ bool QtopiaChannel::isListening(const QString &channel)
     return false;
 }
 
+QStringList QtopiaChannel::listenedChannels()
+{
+    QStringList names;
+    for (const QtopiaChannel *c : openChannels())
+        if (!names.contains(c->channelName))
+            names.append(c->channelName);
+    return names;
+}
+
 void QtopiaChannel::deliver(const QString &channel, const QString &message, const QByteArray &data)
 {
     // A handler may close windows and so destroy channels, or open new ones:

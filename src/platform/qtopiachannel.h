@@ -2,6 +2,7 @@
 
 #include <QObject>
 #include <QString>
+#include <QStringList>
 
 // A listener on one IPC channel. It lives as a child of the widget that listens
 // and emits received() for every message sent on its channel by any process,
@@ -22,6 +23,9 @@ public:
 
     // Whether any channel object of that name is open in this process.
     static bool isListening(const QString &channel);
+
+    // The names of the channels open in this process, each once, in opening order.
+    static QStringList listenedChannels();
 
 signals:
     void received(const QString &message, const QByteArray &data);

@@ -1,0 +1,8 @@
+#include "qapplicationplugin.h"
+
+QApplicationPlugin::QApplicationPlugin(QObject *parent)
+    : QObject(parent)
+{
+}
+
+QApplicationPlugin::~QApplicationPlugin() = default;

@@ -1,0 +1,478 @@
+#include "messaging/messagecatalogue.h"
+#include "qtopiachannel.h"
+#include "qtopiadbusnames.h"
+#include "qtopiadbustransport.h"
+#include "qtopiaipcenvelope.h"
+#include "qtopiaipctransport.h"
+#include "qtopialocaltransport.h"
+
+#include <QDBusConnection>
+#include <QDBusMessage>
+#include <QFile>
+#include <QProcess>
+#include <QRegularExpression>
+#include <QSignalSpy>
+#include <QTemporaryDir>
+#include <QTest>
+
+#include <memory>
+
+namespace {
+// A bus daemon of this test alone, so that nothing depends on (or disturbs)
+// the user's session bus.
+class PrivateBus
+{
+public:
+    ~PrivateBus()
+    {
+        if (daemon.state() != QProcess::NotRunning) {
+            daemon.terminate();
+            if (!daemon.waitForFinished(3000))
+                daemon.kill();
+        }
+    }
+
+    // The address to connect to, or an empty string with *error set.
+    QString start(QString *error)
+    {
+        const QString config = dir.filePath("bus.conf");
+        QFile file(config);
+        if (!dir.isValid() || !file.open(QIODevice::WriteOnly)) {
+            *error = "cannot write the bus configuration";
+            return QString();
+        }
+        file.write(QStringLiteral(
+                       "<!DOCTYPE busconfig PUBLIC \"-//freedesktop//DTD D-Bus Bus Configuration 1.0//EN\"\n"
+                       " \"http://www.freedesktop.org/standards/dbus/1.0/busconfig.dtd\">\n"
+                       "<busconfig><type>session</type><listen>unix:dir=%1</listen><auth>EXTERNAL</auth>\n"
+                       "<policy context=\"default\"><allow send_destination=\"*\" eavesdrop=\"true\"/>\n"
+                       "<allow eavesdrop=\"true\"/><allow own=\"*\"/></policy></busconfig>\n")
+                       .arg(dir.path())
+                       .toUtf8());
+        file.close();
+        daemon.setReadChannel(QProcess::StandardOutput);
+        daemon.start("dbus-daemon", {"--config-file=" + config, "--nofork", "--print-address"});
+        if (!daemon.waitForStarted(5000)) {
+            *error = "cannot run dbus-daemon (Debian package dbus-daemon): " + daemon.errorString();
+            return QString();
+        }
+        while (!daemon.canReadLine() && daemon.waitForReadyRead(5000)) {
+        }
+        const QString address = QString::fromUtf8(daemon.readLine()).trimmed();
+        if (address.isEmpty())
+            *error = "dbus-daemon printed no address: " + QString::fromUtf8(daemon.readAllStandardError());
+        return address;
+    }
+
+private:
+    QTemporaryDir dir;
+    QProcess daemon;
+};
+
+// The message a catalogue entry gives with fixed sample arguments, sent with an
+// envelope as the module sends.
+void sendSample(const MessageSpec &spec)
+{
+    QtopiaIpcEnvelope e(spec.channel, spec.signature);
+    qint32 n = 7;
+    for (MessageSpec::ArgType type : spec.arguments) {
+        switch (type) {
+        case MessageSpec::Int:
+            e << n++;
+            break;
+        case MessageSpec::Float:
+            e << 12.5f;
+            break;
+        case MessageSpec::String:
+            e << QString("83.5");
+            break;
+        case MessageSpec::CString:
+            e << "0.0";
+            break;
+        }
+    }
+}
+
+// Opens a listener, sends one sample and returns what the listener got.
+QtopiaIpcMessage roundTrip(const MessageSpec &spec, QtopiaDBusTransport *bus)
+{
+    QtopiaChannel channel(spec.channel, nullptr);
+    QSignalSpy spy(&channel, &QtopiaChannel::received);
+    if (bus)
+        bus->sync();
+    sendSample(spec);
+    if (!spy.wait(5000) && spy.isEmpty())
+        return {};
+    return {channel.channel(), spy.first().at(0).toString(), spy.first().at(1).toByteArray()};
+}
+}
+
+// Receives plain D-Bus signals, as any D-Bus peer of the module would.
+class RawReceiver : public QObject
+{
+    Q_OBJECT
+
+public:
+    QList<QDBusMessage> messages;
+
+public slots:
+    void take(const QDBusMessage &message) { messages.append(message); }
+};
+
+class tst_QtopiaDBusTransport : public QObject
+{
+    Q_OBJECT
+
+private:
+    PrivateBus privateBus;
+    QString address;
+    std::unique_ptr<QtopiaDBusTransport> transport;
+
+    // Runs a bus tool against the private bus and waits for it.
+    static bool runTool(const QString &program, const QStringList &arguments)
+    {
+        QProcess tool;
+        tool.start(program, arguments);
+        return tool.waitForFinished(10000) && tool.exitStatus() == QProcess::NormalExit && tool.exitCode() == 0;
+    }
+
+private slots:
+    void initTestCase()
+    {
+        // Nothing has picked a transport: whatever bus a user has, a program
+        // that does not ask stays on the in-process one.
+        QVERIFY(dynamic_cast<QtopiaLocalTransport *>(QtopiaIpcTransport::instance()));
+
+        QString error;
+        address = privateBus.start(&error);
+        QVERIFY2(!address.isEmpty(), qPrintable(error));
+        qputenv("DBUS_SESSION_BUS_ADDRESS", address.toUtf8());
+        transport = std::make_unique<QtopiaDBusTransport>(QDBusConnection::sessionBus());
+        QVERIFY(transport->isConnected());
+        QVERIFY(dynamic_cast<QtopiaLocalTransport *>(QtopiaIpcTransport::instance()));
+    }
+
+    void cleanup()
+    {
+        QtopiaIpcTransport::setInstance(nullptr);
+        qunsetenv("QPE_IPC_TRANSPORT");
+        QVERIFY(QtopiaChannel::listenedChannels().isEmpty());
+    }
+
+    void cleanupTestCase() { transport.reset(); }
+
+    void escape_data()
+    {
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<QString>("escaped");
+        QTest::newRow("channel") << "QPE/VideoManager" << "QPE_2FVideoManager";
+        QTest::newRow("no arguments") << "startPush()" << "startPush_28_29";
+        QTest::newRow("float argument") << "currentTime(float)" << "currentTime_28float_29";
+        QTest::newRow("commas") << "requestContents(int,int)" << "requestContents_28int_2Cint_29";
+        QTest::newRow("underscore") << "setVolume_vod(int)" << "setVolume_5Fvod_28int_29";
+        QTest::newRow("leading digit") << "3gp()" << "_003gp_28_29";
+        QTest::newRow("only a digit") << "9" << "_009";
+        QTest::newRow("inner digit") << "x9" << "x9";
+        QTest::newRow("escaped marker text") << "_00" << "_5F00";
+        QTest::newRow("blank") << "a b" << "a_20b";
+        QTest::newRow("Latin-1 letter as UTF-8") << QString::fromUtf8("é") << "_C3_A9";
+        QTest::newRow("Hangul") << QString::fromUtf8("가") << "_EA_B0_80";
+        QTest::newRow("beyond the BMP") << QString::fromUtf8("\xF0\x9F\x98\x80") << "_F0_9F_98_80";
+        QTest::newRow("empty") << "" << "";
+    }
+    void escape()
+    {
+        QFETCH(QString, text);
+        QFETCH(QString, escaped);
+        QCOMPARE(qtopiaDBusEscape(text), escaped);
+        bool ok = false;
+        QCOMPARE(qtopiaDBusUnescape(escaped, &ok), text);
+        QVERIFY(ok);
+    }
+
+    void unescape_data()
+    {
+        QTest::addColumn<QString>("escaped");
+        QTest::addColumn<bool>("valid");
+        QTest::addColumn<QString>("text");
+        QTest::newRow("lower-case hex") << "QPE_2fX" << true << "QPE/X";
+        QTest::newRow("plain member of another peer") << "startPush" << true << "startPush";
+        QTest::newRow("cut escape") << "a_2" << false << "";
+        QTest::newRow("lone underscore") << "a_" << false << "";
+        QTest::newRow("not hex") << "a_ZZ" << false << "";
+        QTest::newRow("stray character") << "a-b" << false << "";
+        QTest::newRow("raw non-ASCII") << QString::fromUtf8("ä") << false << "";
+        QTest::newRow("half a UTF-8 sequence") << "_C3" << false << "";
+        QTest::newRow("marker without digit is a NUL byte") << "_00x" << true << QString(QChar(0)) + "x";
+    }
+    void unescape()
+    {
+        QFETCH(QString, escaped);
+        QFETCH(bool, valid);
+        QFETCH(QString, text);
+        bool ok = !valid;
+        const QString result = qtopiaDBusUnescape(escaped, &ok);
+        QCOMPARE(ok, valid);
+        if (valid)
+            QCOMPARE(result, text);
+        else
+            QVERIFY(result.isNull());
+    }
+
+    void catalogueTravelsUnchanged_data()
+    {
+        QTest::addColumn<int>("index");
+        for (int i = 0; i < messageCatalogue().size(); ++i) {
+            const MessageSpec &spec = messageCatalogue().at(i);
+            QTest::addRow("%s %s", spec.channel, spec.signature) << i;
+        }
+    }
+    void catalogueTravelsUnchanged()
+    {
+        QFETCH(int, index);
+        const MessageSpec &spec = messageCatalogue().at(index);
+
+        QtopiaIpcTransport::setInstance(nullptr);
+        const QtopiaIpcMessage local = roundTrip(spec, nullptr);
+        QCOMPARE(local.message, QString(spec.signature));
+        QCOMPARE(local.data, QtopiaIpcTransport::traffic().constLast().data);
+
+        // A second connection sees the signal as any D-Bus peer does.
+        QDBusConnection peer = QDBusConnection::connectToBus(address, "raw-peer");
+        RawReceiver raw;
+        const QString path = QStringLiteral("/com/trolltech/qtopia/") + qtopiaDBusEscape(spec.channel);
+        QVERIFY(peer.connect(QString(), path, "com.trolltech.qtopia", qtopiaDBusEscape(spec.signature), &raw,
+                             SLOT(take(QDBusMessage))));
+
+        QtopiaIpcTransport::setInstance(transport.get());
+        const QtopiaIpcMessage overBus = roundTrip(spec, transport.get());
+        QCOMPARE(overBus, local);
+
+        QTRY_COMPARE(raw.messages.size(), 1);
+        const QDBusMessage m = raw.messages.first();
+        QCOMPARE(m.type(), QDBusMessage::SignalMessage);
+        QCOMPARE(m.path(), path);
+        QCOMPARE(m.interface(), QString("com.trolltech.qtopia"));
+        QCOMPARE(m.member(), qtopiaDBusEscape(spec.signature));
+        QCOMPARE(m.signature(), QString("ay"));
+        QCOMPARE(m.arguments().size(), 1);
+        QCOMPARE(m.arguments().first().toByteArray(), local.data);
+        peer.disconnect(QString(), path, "com.trolltech.qtopia", qtopiaDBusEscape(spec.signature), &raw,
+                        SLOT(take(QDBusMessage)));
+        QDBusConnection::disconnectFromBus("raw-peer");
+    }
+
+    void ownMessageComesBackOnceThroughTheBus()
+    {
+        QtopiaIpcTransport::setInstance(transport.get());
+        QtopiaChannel channel("QPE/Own", nullptr);
+        QStringList seen;
+        connect(&channel, &QtopiaChannel::received, this, [&](const QString &m) { seen << m; });
+        transport->sync();
+        QtopiaIpcEnvelope("QPE/Own", "first()");
+        QCOMPARE(seen, QStringList());
+        QtopiaIpcEnvelope("QPE/Own", "marker()");
+        QTRY_COMPARE(seen.size(), 2);
+        QCOMPARE(seen, (QStringList{"first()", "marker()"}));
+    }
+
+    void burstArrivesInSendingOrder()
+    {
+        QtopiaIpcTransport::setInstance(transport.get());
+        QtopiaChannel a("QPE/BurstA", nullptr);
+        QtopiaChannel b("QPE/BurstB", nullptr);
+        QStringList seen;
+        connect(&a, &QtopiaChannel::received, this,
+                [&](const QString &m, const QByteArray &d) { seen << "A:" + m + QString::number(d.size()); });
+        connect(&b, &QtopiaChannel::received, this,
+                [&](const QString &m, const QByteArray &d) { seen << "B:" + m + QString::number(d.size()); });
+        transport->sync();
+        QStringList sent;
+        for (int i = 0; i < 1000; ++i) {
+            const bool onA = i % 3 != 0;
+            const QString signature = QString("m%1()").arg(i);
+            QtopiaIpcEnvelope e(onA ? "QPE/BurstA" : "QPE/BurstB", signature);
+            e.writeRawData(QByteArray(i % 7, 'x').constData(), i % 7);
+            sent << (onA ? "A:" : "B:") + signature + QString::number(i % 7);
+        }
+        // Wait for a last message rather than for a count, so that a message
+        // delivered twice shows up too.
+        QtopiaIpcEnvelope("QPE/BurstA", "end()");
+        sent << "A:end()0";
+        QTRY_VERIFY_WITH_TIMEOUT(!seen.isEmpty() && seen.constLast() == "A:end()0", 20000);
+        QCOMPARE(seen, sent);
+    }
+
+    void anotherProcessReachesTheChannel_data()
+    {
+        QTest::addColumn<QStringList>("call");
+        QTest::addColumn<QString>("message");
+        QTest::addColumn<QByteArray>("hex");
+        const QString push = "/com/trolltech/qtopia/QPE_2FPushApplication";
+        QTest::newRow("empty block")
+            << QStringList{push, "com.trolltech.qtopia.startPush_28_29", "array:byte:"} << "startPush()"
+            << QByteArray("");
+        QTest::newRow("float block")
+            << QStringList{push, "com.trolltech.qtopia.currentTime_28float_29", "array:byte:0x41,0x48,0,0"}
+            << "currentTime(float)" << QByteArray("41480000");
+        QTest::newRow("no argument at all")
+            << QStringList{push, "com.trolltech.qtopia.startcall_28_29"} << "startcall()" << QByteArray("");
+        QTest::newRow("wrong argument type is dropped")
+            << QStringList{push, "com.trolltech.qtopia.startPush_28_29", "string:abc"} << "" << QByteArray();
+        QTest::newRow("broken member name is dropped")
+            << QStringList{push, "com.trolltech.qtopia.bad_ZZ"} << "" << QByteArray();
+        QTest::newRow("other interface is not heard")
+            << QStringList{push, "org.example.other.startPush_28_29", "array:byte:"} << "" << QByteArray();
+        QTest::newRow("other channel is not heard")
+            << QStringList{"/com/trolltech/qtopia/QPE_2FVideoApplication", "com.trolltech.qtopia.startPush_28_29",
+                           "array:byte:"}
+            << "" << QByteArray();
+    }
+    void anotherProcessReachesTheChannel()
+    {
+        QFETCH(QStringList, call);
+        QFETCH(QString, message);
+        QFETCH(QByteArray, hex);
+
+        QtopiaIpcTransport::setInstance(transport.get());
+        QtopiaChannel channel("QPE/PushApplication", nullptr);
+        QSignalSpy spy(&channel, &QtopiaChannel::received);
+        transport->sync();
+        if (message.isEmpty() && call.size() > 2 && call.at(2).startsWith("string:"))
+            QTest::ignoreMessage(QtWarningMsg, QRegularExpression("ignored .*startPush\\(\\).* instead of ay"));
+        if (call.at(1).endsWith("bad_ZZ"))
+            QTest::ignoreMessage(QtWarningMsg, QRegularExpression("ignored D-Bus signal with unknown names"));
+        QVERIFY(runTool("dbus-send", QStringList{"--session", "--type=signal"} + call));
+        // A marker sent afterwards by the same tool proves that the first one
+        // was handled (or dropped) by then.
+        QVERIFY(runTool("dbus-send", {"--session", "--type=signal", "/com/trolltech/qtopia/QPE_2FPushApplication",
+                                      "com.trolltech.qtopia.marker_28_29", "array:byte:"}));
+        QTRY_VERIFY(!spy.isEmpty() && spy.constLast().at(0).toString() == "marker()");
+        if (message.isEmpty()) {
+            QCOMPARE(spy.size(), 1);
+        } else {
+            QCOMPARE(spy.size(), 2);
+            QCOMPARE(spy.first().at(0).toString(), message);
+            QCOMPARE(spy.first().at(1).toByteArray().toHex(), hex);
+        }
+    }
+
+    void anotherProcessHearsTheModule()
+    {
+        QtopiaIpcTransport::setInstance(transport.get());
+        QProcess monitor;
+        monitor.start("dbus-monitor", {"--session", "type='signal',interface='com.trolltech.qtopia'"});
+        QVERIFY(monitor.waitForStarted(5000));
+        QByteArray output;
+        // The monitor has become one when the bus has taken its name back.
+        QTRY_VERIFY_WITH_TIMEOUT((output += monitor.readAllStandardOutput()).contains("member=NameLost"), 10000);
+        {
+            QtopiaIpcEnvelope e("QPE/VideoApplication", "pauseOKVod(float)");
+            e << 12.5f;
+        }
+        QTRY_VERIFY_WITH_TIMEOUT((output += monitor.readAllStandardOutput()).contains("41 48 00 00"), 10000);
+        monitor.kill();
+        monitor.waitForFinished();
+        QVERIFY2(output.contains("path=/com/trolltech/qtopia/QPE_2FVideoApplication; "
+                                 "interface=com.trolltech.qtopia; member=pauseOKVod_28float_29"),
+                 output.constData());
+        QVERIFY(output.contains("array of bytes"));
+    }
+
+    void subscriptionsFollowTheChannels()
+    {
+        // A channel opened before the bus transport was installed moves over.
+        QtopiaChannel early("QPE/Move", nullptr);
+        QStringList seen;
+        connect(&early, &QtopiaChannel::received, this, [&](const QString &m) { seen << m; });
+        QtopiaIpcTransport::setInstance(transport.get());
+        {
+            // Closing the last listener and opening one again must not leave a
+            // second subscription behind: each message still arrives once.
+            QtopiaChannel second("QPE/Move", nullptr);
+        }
+        transport->sync();
+        QtopiaIpcEnvelope("QPE/Move", "one()");
+        QtopiaIpcEnvelope("QPE/Move", "two()");
+        QTRY_COMPARE(seen.size(), 2);
+        QtopiaChannel reopened("QPE/Reopened", nullptr);
+        connect(&reopened, &QtopiaChannel::received, this, [&](const QString &m) { seen << m; });
+        QtopiaIpcEnvelope("QPE/Reopened", "three()");
+        QtopiaIpcEnvelope("QPE/Move", "four()");
+        QTRY_COMPARE(seen.size(), 4);
+        QCOMPARE(seen, (QStringList{"one()", "two()", "three()", "four()"}));
+    }
+
+    void reopenedChannelIsHeardOnce()
+    {
+        QtopiaIpcTransport::setInstance(transport.get());
+        delete new QtopiaChannel("QPE/Again", nullptr);
+        QtopiaChannel channel("QPE/Again", nullptr);
+        QSignalSpy spy(&channel, &QtopiaChannel::received);
+        transport->sync();
+        QtopiaIpcEnvelope("QPE/Again", "once()");
+        QtopiaIpcEnvelope("QPE/Again", "marker()");
+        QTRY_COMPARE(spy.size(), 2);
+        QCOMPARE(spy.at(0).at(0).toString(), QString("once()"));
+    }
+
+    void choice_data()
+    {
+        QTest::addColumn<QString>("requested");
+        QTest::addColumn<bool>("reachable");
+        QTest::addColumn<bool>("dbus");
+        QTest::addColumn<bool>("warning");
+        QTest::addColumn<bool>("probed");
+        QTest::newRow("auto with a bus") << "" << true << true << false << true;
+        QTest::newRow("auto without a bus") << "" << false << false << false << true;
+        QTest::newRow("local never asks the bus") << "local" << true << false << false << false;
+        QTest::newRow("dbus with a bus") << "dbus" << true << true << false << true;
+        QTest::newRow("dbus without a bus falls back") << "dbus" << false << false << true << true;
+        QTest::newRow("any case") << "DBus" << true << true << false << true;
+        QTest::newRow("unknown value warns") << "qcop" << true << true << true << true;
+    }
+    void choice()
+    {
+        QFETCH(QString, requested);
+        QFETCH(bool, reachable);
+        QFETCH(bool, dbus);
+        QFETCH(bool, warning);
+        QFETCH(bool, probed);
+        int probes = 0;
+        const QtopiaIpcTransport::Choice c = QtopiaIpcTransport::choose(requested, [&] {
+            ++probes;
+            return reachable;
+        });
+        QCOMPARE(c.kind == QtopiaIpcTransport::Kind::DBus, dbus);
+        QCOMPARE(c.warning, warning);
+        QCOMPARE(probes, probed ? 1 : 0);
+        QVERIFY(!c.text.isEmpty());
+        QVERIFY(!c.text.contains('\n'));
+    }
+
+    void selectDefaultInstallsTheChoice()
+    {
+        QtopiaChannel channel("QPE/Selected", nullptr);
+        QSignalSpy spy(&channel, &QtopiaChannel::received);
+
+        qputenv("QPE_IPC_TRANSPORT", "local");
+        QTest::ignoreMessage(QtInfoMsg, "IPC over the in-process transport (QPE_IPC_TRANSPORT=local)");
+        QVERIFY(dynamic_cast<QtopiaLocalTransport *>(QtopiaIpcTransport::selectDefault()));
+
+        qunsetenv("QPE_IPC_TRANSPORT");
+        QTest::ignoreMessage(QtInfoMsg, "IPC over the D-Bus session bus");
+        auto *bus = dynamic_cast<QtopiaDBusTransport *>(QtopiaIpcTransport::selectDefault());
+        QVERIFY(bus);
+        QCOMPARE(QtopiaIpcTransport::instance(), bus);
+        bus->sync();
+        QtopiaIpcEnvelope("QPE/Selected", "viaBus()");
+        QTRY_COMPARE(spy.size(), 1);
+
+        // Asking again keeps the one bus transport.
+        QTest::ignoreMessage(QtInfoMsg, "IPC over the D-Bus session bus");
+        QCOMPARE(QtopiaIpcTransport::selectDefault(), bus);
+    }
+};
+
+QTEST_MAIN(tst_QtopiaDBusTransport)
+#include "tst_qtopiadbustransport.moc"
