@@ -18,6 +18,20 @@ public:
 
     void setWideLayout(playScreenType type);
 
+    // What the video area shows, decided anew at every paint.
+    enum class Content {
+        HeldDark,  // held for a call or the push application: dark, with the play icon
+        Dark,      // the phone's own screens are up or the player lost the focus
+        PlayIcon,  // stopped or paused: the play icon (and the key hints)
+        Waiting,   // the video window is being moved: dark
+        Open       // transparent: the video shows through
+    };
+    static Content contentFor(playScreenType type, VodPlayView::playScreenStatus status,
+                              bool focusLost, bool phoneScreenUp, bool showPlayIcon, bool ready);
+
+    // Whether the phone application shows its call or dialer screen.
+    static bool phoneScreenUp();
+
     QRect outerFrameRect;
     QRect innerFrameRect;
     QRect screenRect;
@@ -28,4 +42,8 @@ public:
 protected:
     void paintEvent(QPaintEvent *e) override;
     void showEvent(QShowEvent *e) override;
+
+private:
+    void drawPlayIcon(QPainter *painter) const;
+    static void drawKeyHints(QPainter *painter, int offset);
 };

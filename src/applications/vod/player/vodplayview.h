@@ -70,7 +70,8 @@ public:
     void stopAllTimers();
     // Restarts the seek timer after a seek key press.
     void restartSeekTimer();
-    // Starts the end-guard timer again, if it exists.
+    // Starts the end-guard timer again if it exists and the player is Playing,
+    // and lets the next notification through.
     void resumeFrameSlider();
 
     // Time and progress.
@@ -104,7 +105,7 @@ public:
         return type == SmallVodScreen || type == FullVodScreen || type == WideVodScreen;
     }
 
-    // Fields, in the order of the design.
+    // The player state, shared with the play screen and between the players.
     PlayScreen *playScreen = nullptr;
     playScreenType screenType;
     int callCount = 0;

@@ -1,0 +1,129 @@
+#include "playerlogic.h"
+
+#include <cmath>
+#include <limits>
+
+namespace PlayerLogic {
+
+namespace {
+// Truncation towards zero as a cast does, without the undefined behaviour of a
+// cast for values out of range (a notification may carry any float).
+int truncated(double value)
+{
+    if (std::isnan(value))
+        return 0;
+    if (value <= double(std::numeric_limits<int>::min()))
+        return std::numeric_limits<int>::min();
+    if (value >= double(std::numeric_limits<int>::max()))
+        return std::numeric_limits<int>::max();
+    return int(value);
+}
+}
+
+std::optional<quint32> seekTarget(SeekDirection direction, quint32 currentMsecs, quint32 seconds,
+                                  quint32 totalTime)
+{
+    const quint32 step = seconds * 1000u;
+    quint32 t;
+    if (direction == SeekDirection::Forward) {
+        t = qMin(currentMsecs + step, totalTime);
+    } else {
+        t = currentMsecs - step;
+        // Unsigned: a target before the start wraps far past the end.
+        if (t > totalTime)
+            t = 0;
+    }
+    if (t >= totalTime) {
+        t = totalTime - 1000u;
+        if (t > totalTime) // shorter than one second: nowhere to go
+            return std::nullopt;
+    }
+    if (t == 0) {
+        t = 1000u;
+        if (1000u > totalTime)
+            return std::nullopt;
+    }
+    return t;
+}
+
+quint32 pausedPositionMsecs(float pausedTime)
+{
+    const int s = truncated(pausedTime);
+    const int ms = truncated(double(pausedTime) * 1000.0) % 1000;
+    return quint32(qint64(s / 3600) * 3600000 + ((s % 3600) / 60) * 60000 + (s % 60) * 1000 + ms);
+}
+
+QTime reportedTime(float seconds)
+{
+    const int s = truncated(seconds);
+    const int ms = truncated(seconds * 1000.0f) % 1000;
+    return QTime(s / 3600, (s % 3600) / 60, s % 60, ms);
+}
+
+bool lessThanOneSecondLeft(quint32 totalTime, float seconds)
+{
+    return float(totalTime) - seconds * 1000.0f < 1000.0f;
+}
+
+quint32 totalTimeMsecs(const QTime &length)
+{
+    // A text that does not parse is no length at all.
+    if (!length.isValid())
+        return 0;
+    return quint32(length.hour() * 3600000 + length.minute() * 60000 + length.second() * 1000
+                   + length.msec());
+}
+
+int progressStepFor(const QTime &length, int barWidth)
+{
+    if (!length.isValid())
+        return 0;
+    const int seconds = length.hour() * 3600 + length.minute() * 60 + length.second();
+    if (seconds <= 0)
+        return 0;
+    return truncated(float(barWidth) / float(seconds));
+}
+
+int progressWidth(int lead, int barWidth, quint32 currentMsecs, quint32 totalTime)
+{
+    if (totalTime == 0)
+        return 0;
+    const float share = float(currentMsecs) / float(totalTime);
+    return truncated(float(lead) + float(barWidth) * share);
+}
+
+quint32 nextAnimationFrame(quint32 frame)
+{
+    const quint32 next = (frame + 1) % 5;
+    return next == 0 ? 1 : next;
+}
+
+QRect videoWindowRect(playScreenType type)
+{
+    switch (type) {
+    case SmallVodScreen:
+    case SmallPushScreen:
+        return QRect(8, 39, 256, 194);
+    case FullVodScreen:
+    case FullPushScreen:
+        return QRect(0, 0, 363, 272);
+    case WideVodScreen:
+    case WidePushScreen:
+        // One line short of the display, as the video manager expects.
+        return QRect(0, 0, 480, 271);
+    }
+    return QRect();
+}
+
+QString volumePointImage(int index)
+{
+    return QStringLiteral(":image/vod/volume_bar_point_%1").arg(index, 2, 10, QLatin1Char('0'));
+}
+
+int volumePointX(int index)
+{
+    // The first point sits at the bar's left edge, the others 13 apart from 286.
+    return index <= 1 ? 274 : 286 + 13 * (index - 2);
+}
+
+} // namespace PlayerLogic

@@ -1,0 +1,410 @@
+#include "player/emptybg.h"
+#include "player/playscreen.h"
+#include "player/vodplayview.h"
+#include "testenvironment.h"
+
+#include <QApplication>
+#include <QGridLayout>
+#include <QIcon>
+#include <QPainter>
+#include <QTest>
+
+#include <memory>
+
+Q_DECLARE_METATYPE(playScreenType)
+
+namespace {
+
+const QColor dark(10, 10, 10);
+const QColor tileGrey(46, 46, 46);
+const QColor frameGrey(85, 85, 85);
+const QRgb transparent = 0;
+
+// A player whose volume overlay can be switched on, and which shows where the
+// play screen draws it.
+class OverlayPlayer : public VodPlayView
+{
+public:
+    using VodPlayView::VodPlayView;
+
+    bool isVolumeRectShown() const override { return overlayShown; }
+    void drawVolumeRect(QPainter *painter) override
+    {
+        ++overlayPaints;
+        painter->fillRect(QRect(27, 207, 309, 34), Qt::red);
+    }
+
+    bool overlayShown = false;
+    int overlayPaints = 0;
+};
+
+// A dialog that paints itself red, to see whether a child paints over it.
+class RedDialog : public QDialog
+{
+protected:
+    void paintEvent(QPaintEvent *) override { QPainter(this).fillRect(rect(), Qt::red); }
+};
+
+// The widget as it composes onto the display, alpha included.
+QImage shot(QWidget *widget)
+{
+    return widget->grab().toImage().convertToFormat(QImage::Format_ARGB32);
+}
+
+// The play screen as it composes over its player: the dialog paints its
+// background, and what the play screen clears must come out transparent.
+QImage shot(VodPlayView &view)
+{
+    view.resize(view.size().expandedTo(view.playScreen->size()));
+    QImage image(view.size(), QImage::Format_ARGB32_Premultiplied);
+    image.fill(Qt::transparent);
+    view.render(&image, QPoint(), QRegion(), QWidget::DrawWindowBackground | QWidget::DrawChildren);
+    return image.convertToFormat(QImage::Format_ARGB32).copy(view.playScreen->geometry());
+}
+
+QColor background(const VodPlayView &view)
+{
+    return view.palette().color(view.backgroundRole());
+}
+
+// `image` drawn over `under`, as the play screen draws it.
+QImage composed(const QPixmap &pixmap, const QSize &size, const QColor &under)
+{
+    QImage image(size, QImage::Format_ARGB32_Premultiplied);
+    image.fill(under);
+    QPainter p(&image);
+    p.drawPixmap(QRect(QPoint(), size), pixmap);
+    p.end();
+    return image.convertToFormat(QImage::Format_ARGB32);
+}
+
+QImage playIcon(const QSize &size, const QColor &under)
+{
+    const QIcon icon(QStringLiteral(":image/vod/vod_player_botton01.png"));
+    return composed(icon.pixmap(size, QIcon::Normal, QIcon::Off), size, under);
+}
+
+QImage keyIcon(const QString &name, const QColor &under)
+{
+    const QPixmap pixmap(name);
+    return composed(pixmap, pixmap.size(), under);
+}
+
+bool uniform(const QImage &image, const QRect &rect, QRgb color)
+{
+    for (int y = rect.top(); y <= rect.bottom(); ++y)
+        for (int x = rect.left(); x <= rect.right(); ++x)
+            if (image.pixel(x, y) != color)
+                return false;
+    return true;
+}
+
+} // namespace
+
+class tst_PlayScreen : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase();
+    void cleanup();
+
+    void layout_data();
+    void layout();
+    void wideLayout();
+    void smallOpen();
+    void smallWaiting();
+    void smallHeld_data();
+    void smallHeld();
+    void phoneScreen_data();
+    void phoneScreen();
+    void focusLost();
+    void pushNeverShowsIcon();
+    void widePausedWithHints();
+    void fullWaitingStartsAboveTheWidget();
+    void fullOpenWithOverlay();
+    void emptyBackground();
+
+private:
+    std::unique_ptr<TestEnvironment> env;
+};
+
+void tst_PlayScreen::initTestCase()
+{
+    env = std::make_unique<TestEnvironment>();
+    // The pictures must be there, or the icon checks below would compare nothing.
+    QVERIFY(!QPixmap(QStringLiteral(":image/vod/vod_player_botton01.png")).isNull());
+}
+
+void tst_PlayScreen::cleanup()
+{
+    env->remove(QStringLiteral("/tmp/status/PhoneStatus.conf"));
+    QTRY_VERIFY(QApplication::topLevelWidgets().isEmpty());
+}
+
+void tst_PlayScreen::layout_data()
+{
+    QTest::addColumn<playScreenType>("type");
+    QTest::addColumn<QSize>("size");
+    QTest::addColumn<QRect>("iconRect");
+    QTest::addColumn<bool>("framed");
+    QTest::addColumn<bool>("icon");
+
+    QTest::newRow("small vod") << SmallVodScreen << QSize(272, 210) << QRect(100, 69, 71, 70) << true << true;
+    QTest::newRow("small push") << SmallPushScreen << QSize(272, 210) << QRect(100, 69, 71, 70) << true << true;
+    QTest::newRow("full vod") << FullVodScreen << QSize(363, 272) << QRect(135, 107, 71, 70) << false << false;
+    QTest::newRow("full push") << FullPushScreen << QSize(363, 272) << QRect(135, 107, 71, 70) << false << false;
+}
+
+void tst_PlayScreen::layout()
+{
+    QFETCH(playScreenType, type);
+    QFETCH(QSize, size);
+    QFETCH(QRect, iconRect);
+    QFETCH(bool, framed);
+    QFETCH(bool, icon);
+
+    VodPlayView view(nullptr, type, nullptr);
+    PlayScreen *screen = view.playScreen;
+    QCOMPARE(screen->geometry(), QRect(QPoint(0, 0), size));
+    QCOMPARE(screen->iconRect, iconRect);
+    QCOMPARE(screen->showPlayIcon, icon);
+    QCOMPARE(screen->screenRect, framed ? QRect(8, 8, 256, 194) : QRect());
+}
+
+void tst_PlayScreen::wideLayout()
+{
+    VodPlayView view(nullptr, FullVodScreen, nullptr);
+    PlayScreen *screen = view.playScreen;
+    screen->showPlayIcon = true;
+
+    screen->setWideLayout(FullVodScreen); // not a wide kind: nothing changes
+    QCOMPARE(screen->size(), QSize(363, 272));
+    QVERIFY(screen->showPlayIcon);
+
+    screen->setWideLayout(WideVodScreen);
+    QCOMPARE(screen->size(), QSize(480, 272));
+    QCOMPARE(screen->iconRect, QRect(193, 107, 71, 70));
+    QVERIFY(!screen->showPlayIcon);
+    QVERIFY(screen->outerFrameRect.isNull());
+}
+
+void tst_PlayScreen::smallOpen()
+{
+    VodPlayView view(nullptr, SmallVodScreen, nullptr);
+    view.screenStatus = VodPlayView::Playing;
+    view.playScreenReady = true;
+    view.playScreen->showPlayIcon = false;
+
+    const QImage image = shot(view);
+    QCOMPARE(image.size(), QSize(272, 210));
+    // Outer frame, then inner frame, on both sides.
+    QCOMPARE(image.pixelColor(2, 100), tileGrey);
+    QCOMPARE(image.pixelColor(269, 100), tileGrey);
+    QCOMPARE(image.pixelColor(136, 2), tileGrey);
+    QCOMPARE(image.pixelColor(6, 100), frameGrey);
+    QCOMPARE(image.pixelColor(265, 100), frameGrey);
+    QCOMPARE(image.pixelColor(136, 205), frameGrey);
+    // The video area is fully transparent.
+    QVERIFY(uniform(image, QRect(8, 8, 256, 194), transparent));
+}
+
+void tst_PlayScreen::smallWaiting()
+{
+    VodPlayView view(nullptr, SmallVodScreen, nullptr);
+    view.screenStatus = VodPlayView::Playing;
+    view.playScreen->showPlayIcon = false;
+    QVERIFY(!view.playScreenReady);
+
+    const QImage image = shot(view);
+    QVERIFY(uniform(image, QRect(8, 8, 256, 194), dark.rgb()));
+    QCOMPARE(image.pixelColor(6, 100), frameGrey);
+}
+
+void tst_PlayScreen::smallHeld_data()
+{
+    QTest::addColumn<VodPlayView::playScreenStatus>("status");
+    QTest::addColumn<bool>("showPlayIcon");
+
+    QTest::newRow("interrupted, icon flag clear") << VodPlayView::Interrupted << false;
+    QTest::newRow("interrupted, icon flag set") << VodPlayView::Interrupted << true;
+    QTest::newRow("paused for push") << VodPlayView::PausedForPush << false;
+}
+
+void tst_PlayScreen::smallHeld()
+{
+    QFETCH(VodPlayView::playScreenStatus, status);
+    QFETCH(bool, showPlayIcon);
+
+    VodPlayView view(nullptr, SmallVodScreen, nullptr);
+    view.screenStatus = status;
+    view.playScreenReady = true;
+    view.playScreen->showPlayIcon = showPlayIcon;
+
+    const QImage image = shot(view);
+    const QRect iconRect(100, 69, 71, 70);
+    QCOMPARE(image.copy(iconRect), playIcon(iconRect.size(), dark));
+    QVERIFY(image.copy(iconRect) != composed(QPixmap(), iconRect.size(), dark));
+    QVERIFY(uniform(image, QRect(8, 8, 256, 60), dark.rgb()));
+    QVERIFY(uniform(image, QRect(8, 140, 256, 62), dark.rgb()));
+    QCOMPARE(image.pixelColor(6, 100), frameGrey);
+}
+
+void tst_PlayScreen::phoneScreen_data()
+{
+    QTest::addColumn<QByteArray>("file");
+    QTest::addColumn<VodPlayView::playScreenStatus>("status");
+    QTest::addColumn<bool>("darkArea");
+    QTest::addColumn<bool>("icon");
+
+    // Each file differs in size from the others: QSettings keeps a read file
+    // and rereads it only when its size or time stamp changed, and two rows
+    // may write within one time-stamp tick.
+    const QByteArray call = "[Phone]\nCallWindowStatus=1\n";
+    const QByteArray dialer = "[Phone]\nCallWindowStatus=0\nDialerWindowStatus=2\n";
+    const QByteArray down = "[Phone]\nCallWindowStatus=0\nDialerWindowStatus=0\nLine=down\n";
+    QTest::newRow("call window") << call << VodPlayView::Stopped << true << false;
+    QTest::newRow("dialer window") << dialer << VodPlayView::Paused << true << false;
+    QTest::newRow("both down") << down << VodPlayView::Stopped << false << true;
+    QTest::newRow("no status file") << QByteArray() << VodPlayView::Paused << false << true;
+    QTest::newRow("call window while interrupted") << call << VodPlayView::Interrupted << true << true;
+}
+
+void tst_PlayScreen::phoneScreen()
+{
+    QFETCH(QByteArray, file);
+    QFETCH(VodPlayView::playScreenStatus, status);
+    QFETCH(bool, darkArea);
+    QFETCH(bool, icon);
+
+    if (!file.isEmpty())
+        env->writeFile(QStringLiteral("/tmp/status/PhoneStatus.conf"), file);
+    VodPlayView view(nullptr, SmallVodScreen, nullptr);
+    view.screenStatus = status;
+    view.playScreenReady = true;
+    view.playScreen->showPlayIcon = true;
+
+    const QImage image = shot(view);
+    const QRect iconRect(100, 69, 71, 70);
+    const QColor under = darkArea ? dark : background(view);
+    QCOMPARE(image.pixelColor(20, 20), under);
+    if (icon)
+        QCOMPARE(image.copy(iconRect), playIcon(iconRect.size(), under));
+    else
+        QVERIFY(uniform(image, iconRect, dark.rgb()));
+}
+
+void tst_PlayScreen::focusLost()
+{
+    VodPlayView view(nullptr, FullVodScreen, nullptr);
+    view.screenStatus = VodPlayView::Playing;
+    view.playScreenReady = true;
+    view.focusLost = true;
+
+    const QImage image = shot(view);
+    QVERIFY(uniform(image, image.rect(), dark.rgb()));
+}
+
+void tst_PlayScreen::pushNeverShowsIcon()
+{
+    VodPlayView view(nullptr, SmallPushScreen, nullptr);
+    view.screenStatus = VodPlayView::Paused;
+    view.playScreenReady = true;
+    view.playScreen->showPlayIcon = true;
+
+    QImage image = shot(view);
+    QVERIFY(!view.playScreen->showPlayIcon);
+    QVERIFY(uniform(image, QRect(8, 8, 256, 194), transparent));
+
+    // While held the push screen shows the icon and leaves the flag alone.
+    view.screenStatus = VodPlayView::Interrupted;
+    view.playScreen->showPlayIcon = true;
+    image = shot(view);
+    QVERIFY(view.playScreen->showPlayIcon);
+    QCOMPARE(image.copy(QRect(100, 69, 71, 70)), playIcon(QSize(71, 70), dark));
+}
+
+void tst_PlayScreen::widePausedWithHints()
+{
+    VodPlayView view(nullptr, FullVodScreen, nullptr);
+    view.screenType = WideVodScreen;
+    view.playScreen->setWideLayout(WideVodScreen);
+    view.screenStatus = VodPlayView::Paused;
+    view.playScreenReady = true;
+    view.playScreen->showPlayIcon = true;
+
+    const QImage image = shot(view);
+    QCOMPARE(image.size(), QSize(480, 272));
+    const QColor under = background(view);
+    QVERIFY(under.alpha() == 255 && under != dark && under != tileGrey);
+    QCOMPARE(image.copy(QRect(193, 107, 71, 70)), playIcon(QSize(71, 70), under));
+    // Two grey hint tiles in the columns 458 to 479, each with its key icon.
+    for (const QRect &tile : {QRect(458, 115, 22, 41), QRect(458, 157, 22, 41)}) {
+        QCOMPARE(image.pixelColor(tile.topLeft()), tileGrey);
+        QCOMPARE(image.pixelColor(tile.bottomRight()), tileGrey);
+        QCOMPARE(image.pixelColor(tile.left(), tile.center().y()), tileGrey);
+    }
+    const QImage play = keyIcon(QStringLiteral(":image/vod/vod_icon_botton02.png"), tileGrey);
+    const QImage stop = keyIcon(QStringLiteral(":image/vod/vod_icon_botton05.png"), tileGrey);
+    QCOMPARE(image.copy(QRect(QPoint(460, 126), play.size())), play);
+    QCOMPARE(image.copy(QRect(QPoint(460, 168), stop.size())), stop);
+    // Nothing else is drawn over the dialog.
+    QCOMPARE(image.pixelColor(457, 130), under);
+    QCOMPARE(image.pixelColor(470, 110), under);
+    QCOMPARE(image.pixelColor(20, 20), under);
+}
+
+void tst_PlayScreen::fullWaitingStartsAboveTheWidget()
+{
+    VodPlayView view(nullptr, FullVodScreen, nullptr);
+    view.screenStatus = VodPlayView::Playing;
+    view.playScreen->showPlayIcon = false;
+    QVERIFY(!view.playScreenReady);
+
+    // The dark rectangle is the screen rectangle moved up by the title bar:
+    // the bottom rows are left to the dialog.
+    const QImage image = shot(view);
+    QVERIFY(uniform(image, QRect(0, 0, 363, 241), dark.rgb()));
+    QVERIFY(uniform(image, QRect(0, 241, 363, 31), background(view).rgb()));
+}
+
+void tst_PlayScreen::fullOpenWithOverlay()
+{
+    OverlayPlayer view(nullptr, FullVodScreen, nullptr);
+    view.screenStatus = VodPlayView::Playing;
+    view.playScreenReady = true;
+
+    QImage image = shot(view);
+    QVERIFY(uniform(image, image.rect(), transparent));
+    QCOMPARE(view.overlayPaints, 0);
+
+    view.overlayShown = true;
+    image = shot(view);
+    QVERIFY(view.overlayPaints > 0);
+    QCOMPARE(image.pixelColor(27, 207), QColor(Qt::red));
+    QCOMPARE(image.pixelColor(335, 240), QColor(Qt::red));
+    QCOMPARE(image.pixel(26, 207), transparent);
+    QCOMPARE(image.pixel(362, 0), transparent);
+}
+
+void tst_PlayScreen::emptyBackground()
+{
+    RedDialog dialog;
+    auto *layout = new QGridLayout(&dialog);
+    auto *background = new EmptyBg(nullptr, Qt::WindowFlags());
+    layout->addWidget(background, 0, 0);
+    dialog.resize(480, 272);
+    dialog.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&dialog));
+    QVERIFY(background->isVisible());
+    QCOMPARE(background->parentWidget(), &dialog);
+
+    // It paints nothing: the dialog's own painting shows through it.
+    const QImage image = shot(&dialog);
+    const QRect covered = background->geometry();
+    QVERIFY(!covered.isEmpty());
+    QVERIFY(uniform(image, covered, QColor(Qt::red).rgb()));
+}
+
+QTEST_MAIN(tst_PlayScreen)
+#include "tst_playscreen.moc"
