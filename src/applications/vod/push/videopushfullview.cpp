@@ -1,12 +1,178 @@
 #include "videopushfullview.h"
-// PLACEHOLDER: replaced by the push viewer work.
+
+#include "player/emptybg.h"
+#include "player/playscreen.h"
 #include "videopushview.h"
-VideoPushFullView::VideoPushFullView(VideoPushView *o, QWidget *parent) : VodPlayView(nullptr, FullPushScreen, parent), owner(o) {}
-VideoPushFullView::~VideoPushFullView() = default;
-void VideoPushFullView::showVolumeRect() {}
-void VideoPushFullView::drawVolumeRect(QPainter *) {}
-void VideoPushFullView::drawButtonColumn(QPainter *) {}
-void VideoPushFullView::deleteVolumeRect() {}
-void VideoPushFullView::keyPressEvent(QKeyEvent *) {}
-void VideoPushFullView::paintEvent(QPaintEvent *) {}
-void VideoPushFullView::showEvent(QShowEvent *) {}
+
+#include "devicekeys.h"
+
+#include <QDebug>
+#include <QGridLayout>
+#include <QKeyEvent>
+#include <QPainter>
+#include <QPalette>
+#include <QPixmap>
+#include <QTimer>
+
+namespace {
+// The overlay stays this long after the last volume change.
+constexpr int VolumeOverlayMsecs = 1000;
+}
+
+VideoPushFullView::VideoPushFullView(VideoPushView *owner, QWidget *parent)
+    : VodPlayView(nullptr, FullPushScreen, parent), owner(owner)
+{
+    setModal(false);
+    setObjectName(QStringLiteral("_fullscreen_"));
+    setGeometry(0, 0, 480, 272);
+    setWindowState(Qt::WindowFullScreen);
+
+    QPalette pal;
+    pal.setColor(backgroundRole(), QColor(46, 46, 46, 255));
+    setPalette(pal);
+
+    // Only opened while the broadcast plays; the owner hands over its status.
+    screenStatus = Playing;
+
+    auto *grid = new QGridLayout(this);
+    grid->addWidget(new EmptyBg(nullptr, Qt::WindowFlags()), 0, 0);
+    setLayout(grid);
+}
+
+VideoPushFullView::~VideoPushFullView()
+{
+    delete volumeRectTimer;
+    volumeRectTimer = nullptr;
+    stopAllTimers();
+}
+
+int VideoPushFullView::volumeOverlayOffset(playScreenType type)
+{
+    return type == WidePushScreen ? 58 : 0;
+}
+
+QString VideoPushFullView::volumePointImage(int i)
+{
+    // The two end points have their own images; the others carry no extension.
+    if (i == 1)
+        return QStringLiteral(":image/vod/volume_bar_point_01_full");
+    if (i == 16)
+        return QStringLiteral(":image/vod/volume_bar_point_16_full");
+    return QStringLiteral(":image/vod/volume_bar_point_%1").arg(i, 2, 10, QLatin1Char('0'));
+}
+
+int VideoPushFullView::steppedVolume(int level, int key)
+{
+    if (key == Qt::Key_VolumeUp && level <= 15)
+        return level + 1;
+    if (key == Qt::Key_VolumeDown && level > 1)
+        return level - 1;
+    return level;
+}
+
+void VideoPushFullView::showVolumeRect()
+{
+    volumeRectShown = true;
+    if (!volumeRectTimer) {
+        volumeRectTimer = new QTimer(this);
+        volumeRectTimer->setInterval(VolumeOverlayMsecs);
+        connect(volumeRectTimer, &QTimer::timeout, this, &VideoPushFullView::deleteVolumeRect);
+    }
+    volumeRectTimer->start();
+    playScreen->update();
+}
+
+void VideoPushFullView::deleteVolumeRect()
+{
+    volumeRectShown = false;
+    volumeRectTimer->stop();
+    playScreen->update();
+}
+
+void VideoPushFullView::drawVolumeRect(QPainter *painter)
+{
+    const int dx = volumeOverlayOffset(screenType);
+    painter->save();
+    painter->fillRect(QRect(dx + 27, 207, 309, 34), QBrush(QColor(10, 10, 10, 50)));
+    painter->drawPixmap(QPoint(dx + 43, 214),
+                        QPixmap(isMute ? QStringLiteral(":image/vod/vod_icon_volume_none.png")
+                                       : QStringLiteral(":image/vod/vod_icon_volume.png")));
+    QFont font;
+    font.setPointSize(24);
+    painter->setFont(font);
+    painter->setPen(volumeColor(volume));
+    painter->drawText(QRect(dx + 298, 214, 50, 50), Qt::AlignLeft, QString::number(volume));
+    painter->fillRect(QRect(dx + 73, 221, 210, 5), QBrush(QColor(10, 10, 10, 255)));
+    painter->drawTiledPixmap(QRect(dx + 74, 222, 208, 3), QPixmap(QStringLiteral(":image/vod/vod_bar_bg.png")));
+    for (int i = 1; i <= volume; ++i)
+        painter->drawPixmap(QPoint(dx + 74 + 13 * (i - 1), 222), QPixmap(volumePointImage(i)));
+    painter->restore();
+}
+
+void VideoPushFullView::drawButtonColumn(QPainter *painter)
+{
+    for (int y : {31, 73, 115, 157})
+        painter->fillRect(QRect(365, y, 115, 41), QBrush(QColor(46, 46, 46, 255)));
+    painter->drawPixmap(QPoint(414, 168), QPixmap(QStringLiteral(":image/vod/vod_icon_botton05.png")));
+}
+
+void VideoPushFullView::keyPressEvent(QKeyEvent *e)
+{
+    switch (e->key()) {
+    case Qt::Key_VolumeUp:
+    case Qt::Key_VolumeDown:
+        // At the ends of the range the level stays, but the user still sees it.
+        volume = steppedVolume(volume, e->key());
+        isMute = false;
+        showVolumeRect();
+        setVolume(volume);
+        break;
+    case Qt::Key_Back:
+        // Only the push view's own Back stops the broadcast.
+        e->accept();
+        break;
+    case Key_Video3:
+        qDebug() << "Fullscreen push stop!!";
+        // The owner closes this view when the end notification arrives.
+        if (owner)
+            owner->requestStopUI();
+        break;
+    case Key_Video4:
+        if (screenStatus != Playing || !playScreenReady)
+            break;
+        if (screenType == FullPushScreen) {
+            screenType = WidePushScreen;
+            playScreen->setWideLayout(WidePushScreen);
+            if (owner)
+                owner->changePushWindow(WidePushScreen);
+        } else if (screenType == WidePushScreen) {
+            if (frameSliderTimer)
+                frameSliderTimer->stop();
+            emit fullScreenCloseSignal(screenStatus, currentMsecs, volume, isMute);
+            close();
+        }
+        break;
+    case Key_Headset:
+        VodPlayView::keyPressEvent(e);
+        e->accept();
+        break;
+    default:
+        break;
+    }
+}
+
+void VideoPushFullView::paintEvent(QPaintEvent *e)
+{
+    Q_UNUSED(e);
+    QPainter painter(this);
+    painter.fillRect(QRect(0, 0, 480, 272), QBrush(QColor(18, 18, 18, 255)));
+    drawButtonColumn(&painter);
+    drawMaxButton(&painter, tr("Max"), 363);
+    painter.drawPixmap(QPoint(363, 31), QPixmap(QStringLiteral(":image/vod/line_vertical.png")));
+}
+
+void VideoPushFullView::showEvent(QShowEvent *e)
+{
+    Q_UNUSED(e);
+    showFullScreen();
+}

@@ -1,23 +1,349 @@
 #include "videopushview.h"
-// PLACEHOLDER: replaced by the push viewer work.
+
+#include "messaging/messagereader.h"
+#include "messaging/vodmessages.h"
+#include "player/playscreen.h"
 #include "videopushfullview.h"
-VideoPushView::VideoPushView(QWidget *parent, Qt::WindowFlags) : VodPlayView(nullptr, SmallPushScreen, parent) {}
-VideoPushView::~VideoPushView() = default;
-void VideoPushView::pushRequestHandle(const QString &, const QByteArray &) {}
-void VideoPushView::videoAppRequestHandle(const QString &, const QByteArray &) {}
-void VideoPushView::requestPlay() {}
-void VideoPushView::requestPause() {}
-void VideoPushView::requestResume() {}
-void VideoPushView::requestStop() {}
-void VideoPushView::requestStopUI() {}
-void VideoPushView::requestStopMulticast() {}
-void VideoPushView::changePushWindow(playScreenType) {}
-void VideoPushView::close() {}
-void VideoPushView::pushMessageHandle(const QString &, const QByteArray &) {}
-void VideoPushView::fullScreenCloseSlot(VodPlayView::playScreenStatus, ulong, int, bool) {}
-void VideoPushView::setServerIsDown() {}
-void VideoPushView::keyPressEvent(QKeyEvent *) {}
-void VideoPushView::paintEvent(QPaintEvent *) {}
-void VideoPushView::closeEvent(QCloseEvent *) {}
-void VideoPushView::showEvent(QShowEvent *) {}
-void VideoPushView::setPushStatus(playScreenStatus) {}
+
+#include "devicekeys.h"
+#include "qnoticedialog.h"
+#include "qsoftmenubar.h"
+#include "qtopiachannel.h"
+#include "qtopiaipcenvelope.h"
+
+#include <QCloseEvent>
+#include <QDataStream>
+#include <QDebug>
+#include <QKeyEvent>
+#include <QPainter>
+#include <QPixmap>
+#include <QTimer>
+
+namespace {
+// Without a sign of life for this long the server is taken to be gone.
+constexpr int ServerWatchdogMsecs = 30000;
+// The video manager needs this long to move its picture.
+constexpr int WindowChangeMsecs = 500;
+
+bool is(const QString &message, const char *signature)
+{
+    return message == QLatin1String(signature);
+}
+}
+
+VideoPushView::VideoPushView(QWidget *parent, Qt::WindowFlags flags)
+    : VodPlayView(nullptr, SmallPushScreen, parent)
+{
+    Q_UNUSED(flags);
+    setTotalTime(QString());
+    startAnimation();
+
+    auto *channel = new QtopiaChannel(QLatin1String(VodChannel::PushApplication), this);
+    connect(channel, &QtopiaChannel::received, this, &VideoPushView::pushMessageHandle);
+
+    volume = 1;
+    screenStatus = Stopped;
+
+    setWindowIconText(QStringLiteral("title_icon_tv"));
+    setWindowTitle(tr("Video Contents") + QLatin1Char(';') + tr("Broadcast"));
+
+    QSoftMenuBar::setLabel(this, Qt::Key_Context2, QString(), QString(), QSoftMenuBar::AnyFocus);
+    QSoftMenuBar::setLabel(this, Qt::Key_Select, QString(), QString(), QSoftMenuBar::AnyFocus);
+    QSoftMenuBar::setLabel(this, Qt::Key_Context1, QString(), QString(), QSoftMenuBar::AnyFocus);
+    QSoftMenuBar::setLabel(this, Qt::Key_Back, QStringLiteral(":image/vod/vod_icon_botton05.png"), QString(),
+                           QSoftMenuBar::AnyFocus);
+
+    // The envelope outlives showMaximized(), so the "hideVodFullScreen()" that
+    // showing sends reaches a VOD player before the video manager hears of us.
+    {
+        QtopiaIpcEnvelope executed(QLatin1String(VodChannel::VideoManager),
+                                   QLatin1String(VodMessage::PushAppExecuted));
+        showMaximized();
+    }
+}
+
+VideoPushView::~VideoPushView()
+{
+    delete fullScreenView;
+    fullScreenView = nullptr;
+}
+
+QRect VideoPushView::pushWindowRect(playScreenType type)
+{
+    switch (type) {
+    case SmallPushScreen:
+        return QRect(8, 39, 256, 194);
+    case FullPushScreen:
+        return QRect(0, 0, 363, 272);
+    case WidePushScreen:
+        // One line short of the screen, as the video manager expects it.
+        return QRect(0, 0, 480, 271);
+    default:
+        return QRect();
+    }
+}
+
+void VideoPushView::pushRequestHandle(const QString &message, const QByteArray &data)
+{
+    const QString channel = QLatin1String(VodChannel::VideoManager);
+    if (is(message, VodMessage::PlayPush)) {
+        // The video manager takes a C string here, and always from the start.
+        QtopiaIpcEnvelope e(channel, message);
+        e << "0.0";
+    } else if (is(message, VodMessage::PausePush) || is(message, VodMessage::ResumePush)
+               || is(message, VodMessage::StopPush) || is(message, VodMessage::StopUIPush)
+               || is(message, VodMessage::StopMulticastPush)) {
+        QtopiaIpcEnvelope e(channel, message);
+    } else if (is(message, VodMessage::ChangeVodWindow)) {
+        MessageReader reader(data);
+        const int x = reader.readInt();
+        const int y = reader.readInt();
+        const int w = reader.readInt();
+        const int h = reader.readInt();
+        QtopiaIpcEnvelope e(channel, message);
+        e << x << y << w << h;
+    }
+}
+
+void VideoPushView::videoAppRequestHandle(const QString &message, const QByteArray &data)
+{
+    Q_UNUSED(data);
+    if (is(message, VodMessage::StartVideoPushApp)) {
+        QtopiaIpcEnvelope e(QLatin1String(VodChannel::VideoApplication), message);
+    }
+}
+
+void VideoPushView::requestPlay()
+{
+    videoAppRequestHandle(QLatin1String(VodMessage::StartVideoPushApp), QByteArray());
+    pushRequestHandle(QLatin1String(VodMessage::PlayPush), QByteArray());
+    setPushStatus(Playing);
+}
+
+void VideoPushView::requestPause()
+{
+    pushRequestHandle(QLatin1String(VodMessage::PausePush), QByteArray());
+}
+
+void VideoPushView::requestResume()
+{
+    pushRequestHandle(QLatin1String(VodMessage::ResumePush), QByteArray());
+}
+
+void VideoPushView::requestStop()
+{
+    pushRequestHandle(QLatin1String(VodMessage::StopPush), QByteArray());
+    setPushStatus(Stopped);
+}
+
+void VideoPushView::requestStopUI()
+{
+    pushRequestHandle(QLatin1String(VodMessage::StopUIPush), QByteArray());
+    setPushStatus(Stopped);
+}
+
+void VideoPushView::requestStopMulticast()
+{
+    pushRequestHandle(QLatin1String(VodMessage::StopMulticastPush), QByteArray());
+    setPushStatus(Stopped);
+}
+
+void VideoPushView::changePushWindow(playScreenType type)
+{
+    playScreenReady = false;
+    const QRect r = pushWindowRect(type);
+    if (!r.isNull()) {
+        QByteArray data;
+        QDataStream stream(&data, QIODevice::WriteOnly);
+        stream << r.x() << r.y() << r.width() << r.height();
+        pushRequestHandle(QLatin1String(VodMessage::ChangeVodWindow), data);
+    }
+    QTimer::singleShot(WindowChangeMsecs, this, &VideoPushView::updatePlayScreen);
+}
+
+void VideoPushView::setPushStatus(playScreenStatus status)
+{
+    if (fullScreenView)
+        fullScreenView->screenStatus = status;
+    screenStatus = status;
+}
+
+void VideoPushView::repaintViews()
+{
+    if (fullScreenView)
+        fullScreenView->update();
+    update();
+}
+
+void VideoPushView::close()
+{
+    qDebug() << "VideoPushView::close()";
+    QWidget::close();
+}
+
+void VideoPushView::pushMessageHandle(const QString &message, const QByteArray &data)
+{
+    MessageReader reader(data);
+
+    if (is(message, VodMessage::Error)) {
+        reader.readInt();
+    } else if (is(message, VodMessage::StartPush)) {
+        // Leaves last, after the volume: a VOD player gives up the display only
+        // once the broadcast is set up.
+        QtopiaIpcEnvelope hide(QLatin1String(VodChannel::VideoApplication),
+                               QLatin1String(VodMessage::HideVodFullScreen));
+        requestPlay();
+        if (!serverWatchdog) {
+            serverWatchdog = new QTimer(this);
+            connect(serverWatchdog, &QTimer::timeout, this, &VideoPushView::setServerIsDown);
+        }
+        serverWatchdog->start(ServerWatchdogMsecs);
+        repaintViews();
+        setVolume(volume);
+    } else if (is(message, VodMessage::PauseOKPush)) {
+        if (screenStatus == Playing) {
+            setPushStatus(Paused);
+            repaintViews();
+        }
+        if (serverWatchdog)
+            serverWatchdog->stop();
+    } else if (is(message, VodMessage::EndOKPush)) {
+        requestStop();
+        close();
+        if (fullScreenView)
+            fullScreenView->close();
+    } else if (is(message, VodMessage::EndOKMulticastPush)) {
+        requestStopMulticast();
+        close();
+        if (fullScreenView)
+            fullScreenView->close();
+    } else if (is(message, VodMessage::StartCall) || is(message, VodMessage::HideVodFullScreen)) {
+        if (screenStatus == Playing) {
+            requestPause();
+            setPushStatus(Interrupted);
+            repaintViews();
+        }
+        if (fullScreenView && fullScreenView->isVisible())
+            fullScreenView->hide();
+    } else if (is(message, VodMessage::StopCall) || is(message, VodMessage::ShowVodFullScreen)) {
+        if (screenStatus == Interrupted || screenStatus == Paused) {
+            requestResume();
+            setPushStatus(Playing);
+        }
+        if (fullScreenView && fullScreenView->isHidden())
+            fullScreenView->show();
+    } else if (is(message, VodMessage::CurrentTime)) {
+        if (serverWatchdog)
+            serverWatchdog->start(ServerWatchdogMsecs);
+    } else if (is(message, VodMessage::VodSoundMute)) {
+        isMute = reader.readInt() == 1;
+        if (fullScreenView) {
+            fullScreenView->isMute = isMute;
+            fullScreenView->showVolumeRect();
+        }
+        update();
+    } else if (is(message, VodMessage::SetupFailPush)) {
+        reader.readInt();
+        QNoticeDialog::warning(this, tr("It's not broadcasting time"), QString(), 3);
+        if (fullScreenView) {
+            fullScreenView->screenStatus = Stopped;
+            fullScreenView->close();
+        }
+        screenStatus = Stopped;
+        close();
+    }
+}
+
+void VideoPushView::fullScreenCloseSlot(VodPlayView::playScreenStatus pss, ulong ct, int cv, bool isMute)
+{
+    Q_UNUSED(pss);
+    currentMsecs = quint32(ct);
+    volume = cv;
+    this->isMute = isMute;
+    if (frameSliderTimer)
+        frameSliderTimer->start();
+    changePushWindow(SmallPushScreen);
+    if (isHidden())
+        show();
+    update();
+    playScreen->update();
+}
+
+void VideoPushView::setServerIsDown()
+{
+    // The broadcast is left running: only the user knows whether to give up.
+    QNoticeDialog::information(this, tr("Temporary disconnection from VCS server"),
+                               tr("If you want to quit this broadcast, Please push 'stop' button"), 3);
+    if (fullScreenView)
+        fullScreenView->update();
+    if (serverWatchdog)
+        serverWatchdog->stop();
+}
+
+void VideoPushView::keyPressEvent(QKeyEvent *e)
+{
+    switch (e->key()) {
+    case Qt::Key_Hangup:
+        requestStopUI();
+        // Ignored here, so that the platform sees the hang-up as well.
+        QWidget::keyPressEvent(e);
+        qDebug() << "VideoPushView::keyPressEvent" << "HangUp";
+        break;
+    case Key_Video4:
+        if (screenStatus == Playing && playScreenReady) {
+            if (frameSliderTimer)
+                frameSliderTimer->stop();
+            delete fullScreenView;
+            fullScreenView = new VideoPushFullView(this, nullptr);
+            connect(fullScreenView, &VodPlayView::fullScreenCloseSignal, this, &VideoPushView::fullScreenCloseSlot);
+            connect(fullScreenView, &QDialog::rejected, this, &VideoPushView::close);
+            fullScreenView->setTotalTime(totalTimeText);
+            fullScreenView->totalTimeText = totalTimeText;
+            fullScreenView->currentMsecs = currentMsecs;
+            fullScreenView->isMute = isMute;
+            fullScreenView->volume = volume;
+            fullScreenView->setContentTitle(contentTitle);
+            fullScreenView->resumeFrameSlider();
+            fullScreenView->screenStatus = screenStatus;
+            changePushWindow(FullPushScreen);
+            fullScreenView->showFullScreen();
+            fullScreenView->raise();
+        }
+        break;
+    case Qt::Key_Back:
+        requestStopUI();
+        qDebug() << "VideoPushView::keyPressEvent" << "Back";
+        break;
+    default:
+        break;
+    }
+    VodPlayView::keyPressEvent(e);
+}
+
+void VideoPushView::paintEvent(QPaintEvent *e)
+{
+    Q_UNUSED(e);
+    QPainter painter(this);
+    painter.fillRect(QRect(274, 0, 206, 209), QBrush(QColor(35, 35, 35, 255)));
+    painter.drawPixmap(QPoint(348, 8),
+                       QPixmap(QStringLiteral(":image/vod/aniicon_vod_0%1.png").arg(animationFrame)));
+    drawFlowingTime(&painter);
+    drawVolumeRect(&painter);
+    drawFullButton(&painter, tr("Full"), 274);
+}
+
+void VideoPushView::closeEvent(QCloseEvent *e)
+{
+    Q_UNUSED(e);
+    // Leaves the event accepted: a VOD player may take the display back.
+    QtopiaIpcEnvelope show(QLatin1String(VodChannel::VideoApplication),
+                           QLatin1String(VodMessage::ShowVodFullScreen));
+}
+
+void VideoPushView::showEvent(QShowEvent *e)
+{
+    Q_UNUSED(e);
+    showMaximized();
+    QtopiaIpcEnvelope hide(QLatin1String(VodChannel::VideoApplication),
+                           QLatin1String(VodMessage::HideVodFullScreen));
+}

@@ -26,7 +26,12 @@ public:
     void requestStopUI();
     void requestStopMulticast();
 
+    // Asks the video manager to move its picture to the rectangle of that screen
+    // type, then marks the play screen ready again after 500 ms.
     void changePushWindow(playScreenType type);
+    // The screen rectangle of the picture for a push screen type; null for the
+    // other types.
+    static QRect pushWindowRect(playScreenType type);
 
     VideoPushFullView *fullScreenView = nullptr;
     QTimer *serverWatchdog = nullptr;
@@ -48,4 +53,6 @@ protected:
 private:
     // Sets the status of this view and of its full-screen view, if any.
     void setPushStatus(playScreenStatus status);
+    // Repaints this view and its full-screen view, if any.
+    void repaintViews();
 };
