@@ -43,6 +43,20 @@ public:
     QStringList partNames(int group) const;
     QStringList contentTitles() const;
 
+    // The play time of a title from the two positions (seconds) of its set-up
+    // notification: the whole seconds of end - start split into hours, minutes
+    // and seconds, and the milliseconds. The parts are not range-checked: a day
+    // or more, or a negative length, gives parts that make no valid QTime. A
+    // length beyond the range of int is held at its limit.
+    struct PlayTime
+    {
+        int hours;
+        int minutes;
+        int seconds;
+        int msecs;
+    };
+    static PlayTime playTimeOf(float start, float end);
+
     int currentLevel = GroupLevel;
     int playHours = 0;
     int playMinutes = 0;
@@ -52,7 +66,8 @@ public:
     int partRow = 0;
     int contentRow = 0;
     MVodListView *listView = nullptr;
-    MVodInfoView *infoView = nullptr;
+    // Guarded: a handler run from this window may delete the page.
+    QPointer<MVodInfoView> infoView;
     QStringList listStrings;
     QStackedWidget *viewStack = nullptr;
     QByteArray groupCatalogue;
@@ -77,4 +92,8 @@ protected:
 private:
     void checkVodFocus(const QString &msg);
     void clearVodFocus(const QString &msg);
+    void setupInfoView(const QByteArray &data);
+    void setupFailed(const QByteArray &data);
+    void groupListArrived();
+    void contentsListArrived();
 };

@@ -12,9 +12,10 @@ public:
     explicit MVodListView(QWidget *parent);
 
     // Makes the row under the key's point current; false for any other key or
-    // when no row lies there.
+    // when no row lies there. The event is neither accepted nor ignored here.
     bool selectRowByKey(QKeyEvent *e);
 
-protected:
+    // Public: the browser's event filter hands the list's ordinary keys here
+    // after it has taken the ones it handles itself.
     void keyPressEvent(QKeyEvent *e) override;
 };

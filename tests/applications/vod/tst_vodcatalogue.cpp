@@ -1,0 +1,229 @@
+#include "vodcatalogue.h"
+
+#include "testenvironment.h"
+#include "vodcataloguefixture.h"
+
+#include <QRegularExpression>
+#include <QTest>
+
+#include <memory>
+
+using namespace VodCatalogueFixture;
+
+class tst_VodCatalogue : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase();
+
+    void layoutOffsets();
+    void groupNames_data();
+    void groupNames();
+    void partNames_data();
+    void partNames();
+    void contentTitles_data();
+    void contentTitles();
+
+    void load_data();
+    void load();
+    void loadMissingFile();
+    void loadReplacesBuffer();
+
+private:
+    std::unique_ptr<TestEnvironment> env;
+};
+
+void tst_VodCatalogue::initTestCase()
+{
+    env = std::make_unique<TestEnvironment>();
+}
+
+// The byte offsets themselves, written by hand rather than by the fixture
+// writer, so that a writer and a reader sharing a mistake cannot both pass.
+void tst_VodCatalogue::layoutOffsets()
+{
+    QByteArray groups(4 + 2 * 1772, '\x01');
+    groups.replace(0, 4, int32le(2));
+    groups.replace(8, 4, int32le(0));
+    groups.replace(12, 6, QByteArray("first", 6));
+    groups.replace(1780, 4, int32le(1));
+    groups.replace(1784, 7, QByteArray("second", 7));
+    groups.replace(1868, 5, QByteArray("part", 5));
+    QCOMPARE(VodCatalogue::groupNames(groups), QStringList({"first", "second"}));
+    QCOMPARE(VodCatalogue::partNames(groups, 1), QStringList({"part"}));
+    QCOMPARE(VodCatalogue::partNames(groups, 0), QStringList());
+
+    QByteArray contents(16 + 3 * 240, '\x01');
+    contents.replace(8, 4, int32le(3));
+    contents.replace(16, 2, QByteArray("a", 2));
+    contents.replace(256, 2, QByteArray("b", 2));
+    contents.replace(496, 2, QByteArray("c", 2));
+    QCOMPARE(VodCatalogue::contentTitles(contents), QStringList({"a", "b", "c"}));
+}
+
+void tst_VodCatalogue::groupNames_data()
+{
+    QTest::addColumn<QByteArray>("file");
+    QTest::addColumn<QStringList>("names");
+
+    const Group alpha{"alpha", {"a1", "a2"}};
+    const Group beta{"beta", {"b1"}};
+    const QByteArray two = groupFile({alpha, beta});
+
+    QTest::newRow("two groups") << two << QStringList({"alpha", "beta"});
+    QTest::newRow("empty file") << QByteArray() << QStringList();
+    QTest::newRow("count only, zero") << int32le(0) << QStringList();
+    QTest::newRow("negative count") << groupFile({alpha, beta}, -2) << QStringList();
+    QTest::newRow("count cut short") << QByteArray("\x02\x00", 2) << QStringList();
+    QTest::newRow("count larger than records")
+        << groupFile({alpha, beta}, 5) << QStringList({"alpha", "beta"});
+    QTest::newRow("huge count") << groupFile({alpha}, 0x7fffffff) << QStringList({"alpha"});
+    QTest::newRow("last record truncated") << two.left(two.size() - 100) << QStringList({"alpha"});
+    QTest::newRow("record cut inside its name") << two.left(4 + 1772 + 10) << QStringList({"alpha"});
+
+    // A name that fills its field runs on into the first part slot.
+    const Group full{QByteArray(84, 'N'), {"p0"}};
+    QTest::newRow("name without NUL")
+        << groupFile({full}) << QStringList({QString(84, QLatin1Char('N')) + "p0"});
+
+    // Everything after the count is one name without any NUL: it must stop at
+    // the end of the bytes.
+    QTest::newRow("no NUL up to the end")
+        << (int32le(1) + QByteArray(1772, 'x')) << QStringList({QString(1764, QLatin1Char('x'))});
+}
+
+void tst_VodCatalogue::groupNames()
+{
+    QFETCH(QByteArray, file);
+    QFETCH(QStringList, names);
+    QCOMPARE(VodCatalogue::groupNames(file), names);
+}
+
+void tst_VodCatalogue::partNames_data()
+{
+    QTest::addColumn<QByteArray>("file");
+    QTest::addColumn<int>("group");
+    QTest::addColumn<QStringList>("names");
+
+    const Group alpha{"alpha", {"a1", "a2", "a3"}};
+    const Group beta{"beta", {"b1"}};
+    const QByteArray two = groupFile({alpha, beta});
+
+    QTest::newRow("first group") << two << 0 << QStringList({"a1", "a2", "a3"});
+    QTest::newRow("second group") << two << 1 << QStringList({"b1"});
+    QTest::newRow("no catalogue") << QByteArray() << 0 << QStringList();
+    QTest::newRow("negative group") << two << -1 << QStringList();
+    QTest::newRow("group beyond the file") << two << 2 << QStringList();
+    QTest::newRow("huge group index") << two << 0x7fffffff << QStringList();
+    QTest::newRow("zero parts") << groupFile({Group{"g", {"x"}, 0}}) << 0 << QStringList();
+    QTest::newRow("negative part count") << groupFile({Group{"g", {"x"}, -5}}) << 0 << QStringList();
+
+    QStringList twenty;
+    QList<QByteArray> twentyParts;
+    for (int j = 0; j < 20; ++j) {
+        twenty << QStringLiteral("p%1").arg(j);
+        twentyParts << QByteArray("p") + QByteArray::number(j);
+    }
+    // The last group of the file claims more than its 20 slots: the slots past
+    // them lie beyond the loaded bytes and are not read.
+    QTest::newRow("part count above 20, last group")
+        << groupFile({Group{"g", twentyParts, 0x7fffffff}}) << 0 << twenty;
+    QTest::newRow("part count above 20, loaded with its trailing zero")
+        << groupFile({Group{"g", twentyParts, 25}}) + QByteArray(1, '\0') << 0 << twenty;
+    // With a group after it, slot 20 is the start of the next record (its first
+    // integer, 5a 5a 5a 5a, then the part count 1), read like any slot.
+    QTest::newRow("part count 21, next record follows")
+        << groupFile({Group{"g", twentyParts, 21}}, 1) + groupRecord(Group{"h", {"h1"}}) << 0
+        << twenty + QStringList({QString::fromLatin1("\x5a\x5a\x5a\x5a\x01")});
+    QTest::newRow("second group truncated inside its slots")
+        << two.left(4 + 1772 + 92 + 84 / 2) << 1 << QStringList();
+}
+
+void tst_VodCatalogue::partNames()
+{
+    QFETCH(QByteArray, file);
+    QFETCH(int, group);
+    QFETCH(QStringList, names);
+    QCOMPARE(VodCatalogue::partNames(file, group), names);
+}
+
+void tst_VodCatalogue::contentTitles_data()
+{
+    QTest::addColumn<QByteArray>("file");
+    QTest::addColumn<QStringList>("titles");
+
+    const QByteArray three = contentsFile({"one", "two", "three"});
+    QTest::newRow("three titles") << three << QStringList({"one", "two", "three"});
+    QTest::newRow("empty file") << QByteArray() << QStringList();
+    QTest::newRow("header cut inside the count") << three.left(10) << QStringList();
+    QTest::newRow("zero count") << contentsFile({"one"}, 0) << QStringList();
+    QTest::newRow("negative count") << contentsFile({"one"}, -3) << QStringList();
+    QTest::newRow("count larger than records")
+        << contentsFile({"one", "two"}, 4) << QStringList({"one", "two"});
+    QTest::newRow("huge count, truncated file")
+        << contentsFile({"one", "two"}, 0x7fffffff).left(16 + 240 + 17) << QStringList({"one"});
+    // The raw bytes are kept, one character per byte; decoding is the list's.
+    QTest::newRow("EUC-KR bytes kept raw")
+        << contentsFile({QByteArray("\xb0\xa1", 2)}) << QStringList({QString::fromLatin1("\xb0\xa1")});
+}
+
+void tst_VodCatalogue::contentTitles()
+{
+    QFETCH(QByteArray, file);
+    QFETCH(QStringList, titles);
+    QCOMPARE(VodCatalogue::contentTitles(file), titles);
+}
+
+void tst_VodCatalogue::load_data()
+{
+    QTest::addColumn<QByteArray>("bytes");
+
+    QTest::newRow("group file") << groupFile({Group{"alpha", {"a1"}}});
+    QTest::newRow("empty file") << QByteArray();
+    QTest::newRow("no NUL at the end") << QByteArray(300, 'x');
+}
+
+// The buffer is the file and one zero byte more.
+void tst_VodCatalogue::load()
+{
+    QFETCH(QByteArray, bytes);
+    env->writeFile(VodCatalogue::GroupFile, bytes);
+
+    QByteArray buffer("stale");
+    QVERIFY(VodCatalogue::load(QLatin1String(VodCatalogue::GroupFile), buffer));
+    QCOMPARE(buffer.size(), bytes.size() + 1);
+    QCOMPARE(buffer.left(bytes.size()), bytes);
+    QCOMPARE(buffer.at(bytes.size()), '\0');
+    env->remove(VodCatalogue::GroupFile);
+}
+
+void tst_VodCatalogue::loadMissingFile()
+{
+    env->remove(VodCatalogue::ContentsFile);
+    QByteArray buffer = contentsFile({"old"});
+
+    QTest::ignoreMessage(QtDebugMsg,
+                         QRegularExpression(QStringLiteral("vodcatalogue\\.cpp vodMessageHandle \\d+ stat error$")));
+    QVERIFY(!VodCatalogue::load(QLatin1String(VodCatalogue::ContentsFile), buffer));
+    QVERIFY(buffer.isEmpty());
+    QCOMPARE(VodCatalogue::contentTitles(buffer), QStringList());
+}
+
+// A second load drops what the first one read, even when the second file is
+// shorter: nothing of the old copy shows through.
+void tst_VodCatalogue::loadReplacesBuffer()
+{
+    QByteArray buffer;
+    env->writeFile(VodCatalogue::ContentsFile, contentsFile({"one", "two", "three"}));
+    QVERIFY(VodCatalogue::load(QLatin1String(VodCatalogue::ContentsFile), buffer));
+    QCOMPARE(VodCatalogue::contentTitles(buffer).size(), 3);
+
+    env->writeFile(VodCatalogue::ContentsFile, contentsFile({"new"}, 3));
+    QVERIFY(VodCatalogue::load(QLatin1String(VodCatalogue::ContentsFile), buffer));
+    QCOMPARE(VodCatalogue::contentTitles(buffer), QStringList({"new"}));
+    env->remove(VodCatalogue::ContentsFile);
+}
+
+QTEST_GUILESS_MAIN(tst_VodCatalogue)
+#include "tst_vodcatalogue.moc"
