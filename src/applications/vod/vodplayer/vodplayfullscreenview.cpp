@@ -1,14 +1,247 @@
 #include "vodplayfullscreenview.h"
-// PLACEHOLDER: replaced by the VOD players work.
-VodPlayFullScreenView::VodPlayFullScreenView(vod *rs, QWidget *parent) : VodPlayView(rs, FullVodScreen, parent) {}
-VodPlayFullScreenView::~VodPlayFullScreenView() = default;
-void VodPlayFullScreenView::messageHandle(const QString &, const QByteArray &) {}
-void VodPlayFullScreenView::drawVolumeRect(QPainter *) {}
-void VodPlayFullScreenView::showVolumeRect() {}
-void VodPlayFullScreenView::updateFlowingTime(QTime) {}
-void VodPlayFullScreenView::deleteVolumeRect() {}
-void VodPlayFullScreenView::keyPressEvent(QKeyEvent *) {}
-void VodPlayFullScreenView::focusInEvent(QFocusEvent *) {}
-void VodPlayFullScreenView::focusOutEvent(QFocusEvent *) {}
-void VodPlayFullScreenView::paintEvent(QPaintEvent *) {}
-void VodPlayFullScreenView::showEvent(QShowEvent *) {}
+
+#include "devicekeys.h"
+#include "messaging/vodmessages.h"
+#include "player/emptybg.h"
+#include "player/playscreen.h"
+#include "qtopiaipcenvelope.h"
+#include "vod.h"
+
+#include <QDebug>
+#include <QGridLayout>
+#include <QKeyEvent>
+#include <QPainter>
+#include <QPixmap>
+#include <QTimer>
+
+VodPlayFullScreenView::VodPlayFullScreenView(vod *requestSender, QWidget *parent)
+    : VodPlayView(requestSender, FullVodScreen, parent)
+{
+    volumeRectShown = false;
+    volumeRectTimer = nullptr;
+
+    setModal(false);
+    setObjectName(QStringLiteral("_fullscreen_"));
+    setGeometry(0, 0, 480, 272);
+    setWindowState(Qt::WindowFullScreen);
+
+    QPalette pal = palette();
+    pal.setColor(backgroundRole(), QColor(46, 46, 46, 255));
+    setPalette(pal);
+
+    // The opener hands its own status over right after construction.
+    screenStatus = Playing;
+
+    auto *layout = new QGridLayout(this);
+    layout->addWidget(new EmptyBg(nullptr, Qt::WindowFlags()), 0, 0);
+}
+
+VodPlayFullScreenView::~VodPlayFullScreenView()
+{
+    if (volumeRectTimer) {
+        volumeRectTimer->stop();
+        delete volumeRectTimer;
+        volumeRectTimer = nullptr;
+    }
+    stopAllTimers();
+}
+
+void VodPlayFullScreenView::messageHandle(const QString &message, const QByteArray &data)
+{
+    VodPlayView::messageHandle(message, data);
+}
+
+QString VodPlayFullScreenView::volumePointImage(int level)
+{
+    if (level == 1)
+        return QStringLiteral(":image/vod/volume_bar_point_01_full");
+    if (level == 16)
+        return QStringLiteral(":image/vod/volume_bar_point_16_full");
+    return QStringLiteral(":image/vod/volume_bar_point_%1").arg(level, 2, 10, QLatin1Char('0'));
+}
+
+void VodPlayFullScreenView::drawVolumeRect(QPainter *painter)
+{
+    // The wide picture centres the overlay under it.
+    const int dx = screenType == WideVodScreen ? 58 : 0;
+
+    painter->fillRect(QRect(27 + dx, 207, 309, 34), QColor(10, 10, 10, 40));
+    painter->drawPixmap(43 + dx, 214,
+                        QPixmap(isMute ? QStringLiteral(":image/vod/vod_icon_volume_none.png")
+                                       : QStringLiteral(":image/vod/vod_icon_volume.png")));
+
+    QFont font;
+    font.setPointSize(24);
+    painter->setFont(font);
+    painter->setPen(volumeColor(volume));
+    painter->drawText(QRect(298 + dx, 211, 50, 50), Qt::AlignLeft, QString::number(volume));
+
+    painter->fillRect(QRect(73 + dx, 221, 210, 5), QColor(10, 10, 10, 255));
+    painter->drawTiledPixmap(QRect(74 + dx, 222, 208, 3), QPixmap(QStringLiteral(":image/vod/vod_bar_bg.png")));
+    for (int i = 1; i <= volume; ++i)
+        painter->drawPixmap(74 + dx + 13 * (i - 1), 222, QPixmap(volumePointImage(i)));
+}
+
+void VodPlayFullScreenView::showVolumeRect()
+{
+    volumeRectShown = true;
+    if (!volumeRectTimer) {
+        volumeRectTimer = new QTimer(this);
+        volumeRectTimer->setInterval(1000);
+        connect(volumeRectTimer, &QTimer::timeout, this, &VodPlayFullScreenView::deleteVolumeRect);
+    }
+    // Restarts a running timer: the overlay stays one second after the last key.
+    volumeRectTimer->start();
+    playScreen->update();
+}
+
+void VodPlayFullScreenView::deleteVolumeRect()
+{
+    volumeRectShown = false;
+    if (volumeRectTimer)
+        volumeRectTimer->stop();
+    playScreen->update();
+}
+
+void VodPlayFullScreenView::updateFlowingTime(QTime currentTime)
+{
+    // Unlike the small layouts, a time report keeps the progress offset.
+    currentMsecs = quint32(QTime(0, 0, 0, 0).msecsTo(currentTime));
+    flowingTimeText = currentTime.toString(QStringLiteral("hh:mm:ss"));
+    sliderTime = currentMsecs;
+
+    if (currentMsecs >= totalTime && !totalTimeText.isEmpty()) {
+        // Hands Stopping back and closes: the small player sends the stop request.
+        endOfContent();
+        return;
+    }
+    update(QRegion(flowingTimeRect));
+}
+
+void VodPlayFullScreenView::applyVolumeKey()
+{
+    // Also at a limit: the mute goes, the overlay shows and the level is sent again.
+    isMute = false;
+    showVolumeRect();
+    setVolume(volume);
+}
+
+void VodPlayFullScreenView::keyPressEvent(QKeyEvent *e)
+{
+    switch (e->key()) {
+    case Qt::Key_VolumeUp:
+        if (volume <= 15)
+            volume += 1;
+        applyVolumeKey();
+        break;
+    case Qt::Key_VolumeDown:
+        if (volume > 1)
+            volume -= 1;
+        applyVolumeKey();
+        break;
+    case Qt::Key_Select:
+        // Only the device's keypad pauses and resumes here.
+        if (!(e->modifiers() & Qt::KeypadModifier))
+            break;
+        switch (screenStatus) {
+        case Playing:
+            playScreen->showPlayIcon = true;
+            pauseVod(0);
+            break;
+        case Interrupted:
+            resumeVod();
+            break;
+        case Paused:
+            playScreen->showPlayIcon = false;
+            resumeVod();
+            break;
+        case Stopped:
+            playScreen->showPlayIcon = false;
+            startVod();
+            break;
+        default:
+            break;
+        }
+        break;
+    case Key_Video1:
+        if (screenStatus == Playing) {
+            playScreen->showPlayIcon = false;
+            restartSeekTimer();
+            seekSteps -= 1;
+        }
+        break;
+    case Key_Video2:
+        if (screenStatus == Stopped)
+            startVod();
+        else if (screenStatus == Playing)
+            pauseVod(0);
+        else if (screenStatus == Paused || screenStatus == Interrupted)
+            resumeVod();
+        break;
+    case Key_Video3:
+        if (screenStatus == Playing) {
+            playScreen->showPlayIcon = false;
+            restartSeekTimer();
+            seekSteps += 1;
+        } else {
+            // Stop, as at the end of the content: hands Stopping back and closes;
+            // the small player sends the request and waits for "endOKVod()".
+            endOfContent();
+        }
+        break;
+    case Key_Video4:
+        if (screenStatus != Playing || !playScreenReady)
+            break;
+        if (screenType == FullVodScreen) {
+            screenType = WideVodScreen;
+            playScreen->setWideLayout(WideVodScreen);
+            videoWindowType = WideVodScreen;
+            doVideoScreenSizeChange();
+        } else if (screenType == WideVodScreen) {
+            // There is no way back to 4:3: the small player takes over again.
+            if (frameSliderTimer)
+                frameSliderTimer->stop();
+            if (hasFocus())
+                update();
+            emit fullScreenCloseSignal(screenStatus, currentMsecs, volume, isMute);
+            close();
+        }
+        break;
+    case Qt::Key_Back:
+        ignoreNextClose = true;
+        break;
+    case Key_Headset: {
+        qDebug() << "keyPressEvent" << 406 << "Headset pressed";
+        QtopiaIpcEnvelope envelope(QLatin1String(VodChannel::CallManager),
+                                   QLatin1String(VodMessage::SetHeadsetOnOff));
+        break;
+    }
+    default:
+        break;
+    }
+}
+
+void VodPlayFullScreenView::focusInEvent(QFocusEvent *)
+{
+    if (requestSender)
+        requestSender->setVodFocusedWidget(this);
+}
+
+void VodPlayFullScreenView::focusOutEvent(QFocusEvent *)
+{
+}
+
+void VodPlayFullScreenView::paintEvent(QPaintEvent *)
+{
+    QPainter painter(this);
+    painter.fillRect(QRect(0, 0, 480, 272), QColor(18, 18, 18, 255));
+    drawControlPanel(&painter);
+    drawMaxButton(&painter, tr("Max"), 363);
+    painter.drawPixmap(363, 31, QPixmap(QStringLiteral(":image/vod/line_vertical.png")));
+}
+
+void VodPlayFullScreenView::showEvent(QShowEvent *)
+{
+    // Also when the handler shows it again after a call.
+    showFullScreen();
+}

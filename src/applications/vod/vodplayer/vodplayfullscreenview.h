@@ -18,6 +18,9 @@ public:
     void showVolumeRect() override;
     bool isVolumeRectShown() const override { return volumeRectShown; }
 
+    // The image of point `level` (1 … 16) of the overlay's volume bar.
+    static QString volumePointImage(int level);
+
     bool volumeRectShown = false;
     QTimer *volumeRectTimer = nullptr;
 
@@ -33,4 +36,7 @@ protected:
     void focusOutEvent(QFocusEvent *e) override;
     void paintEvent(QPaintEvent *e) override;
     void showEvent(QShowEvent *e) override;
+
+private:
+    void applyVolumeKey();
 };

@@ -1,14 +1,321 @@
 #include "vodplaysmallscreenview.h"
-// PLACEHOLDER: replaced by the VOD players work.
+
 #include "vodplayfullscreenview.h"
-VodPlaySmallScreenView::VodPlaySmallScreenView(vod *rs, QWidget *parent) : VodPlayView(rs, SmallVodScreen, parent) {}
-VodPlaySmallScreenView::~VodPlaySmallScreenView() = default;
-void VodPlaySmallScreenView::messageHandle(const QString &, const QByteArray &) {}
-void VodPlaySmallScreenView::setServerIsDown() {}
-void VodPlaySmallScreenView::finishedVod() {}
-void VodPlaySmallScreenView::fullScreenCloseSlot(VodPlayView::playScreenStatus, ulong, int, bool) {}
-void VodPlaySmallScreenView::keyPressEvent(QKeyEvent *) {}
-void VodPlaySmallScreenView::focusInEvent(QFocusEvent *) {}
-void VodPlaySmallScreenView::focusOutEvent(QFocusEvent *) {}
-void VodPlaySmallScreenView::paintEvent(QPaintEvent *) {}
-void VodPlaySmallScreenView::showEvent(QShowEvent *) {}
+
+#include "devicekeys.h"
+#include "messaging/vodmessages.h"
+#include "player/playscreen.h"
+#include "qnoticedialog.h"
+#include "qtopiaipcenvelope.h"
+#include "vod.h"
+
+#include <QApplication>
+#include <QKeyEvent>
+#include <QPainter>
+#include <QPixmap>
+#include <QPointer>
+#include <QSettings>
+#include <QTimer>
+
+namespace {
+bool is(const QString &message, const char *signature)
+{
+    return message == QLatin1String(signature);
+}
+}
+
+VodPlaySmallScreenView::VodPlaySmallScreenView(vod *requestSender, QWidget *parent)
+    : VodPlayView(requestSender, SmallVodScreen, parent)
+{
+    screenStatus = Stopped;
+    fullScreenView = nullptr;
+    fullScreenShown = false;
+
+    startAnimation();
+
+    QSettings settings(QStringLiteral("Trolltech"), QStringLiteral("Sound"));
+    settings.beginGroup(QStringLiteral("Volume"));
+    volume = settings.value(QStringLiteral("VOD"), 8).toInt() + 1;
+    settings.endGroup();
+    settings.sync();
+
+    setWindowIconText(QStringLiteral("title_icon_vod"));
+    updateSoftKeys();
+    serverWatchdog = nullptr;
+}
+
+VodPlaySmallScreenView::~VodPlaySmallScreenView()
+{
+    delete fullScreenView;
+    fullScreenView = nullptr;
+    stopAllTimers();
+}
+
+VodPlaySmallScreenView::WatchdogAction VodPlaySmallScreenView::watchdogAction(const QString &message)
+{
+    if (is(message, VodMessage::StartOKVod))
+        return WatchdogCreate;
+    static const char *const stopping[] = {
+        VodMessage::StartFailVod, VodMessage::PauseOKVod,   VodMessage::PauseVodByServer,
+        VodMessage::PauseFailVod, VodMessage::EndOKVod,     VodMessage::StartPush,
+        VodMessage::StartCall,    VodMessage::StartVideoPushApp,
+    };
+    for (const char *signature : stopping) {
+        if (is(message, signature))
+            return WatchdogStop;
+    }
+    if (is(message, VodMessage::ResumedOKVod) || is(message, VodMessage::CurrentTime))
+        return WatchdogRestart;
+    return WatchdogKeep;
+}
+
+void VodPlaySmallScreenView::messageHandle(const QString &message, const QByteArray &data)
+{
+    // The browser hands back our own "hangUpBySmallScreen()" (and whatever else
+    // comes first after a hang-up); it must not reach the handler.
+    if (ignoreNextNotification) {
+        ignoreNextNotification = false;
+        return;
+    }
+    // A stop is under way: only its confirmation counts.
+    if (screenStatus == Stopping && !is(message, VodMessage::EndOKVod))
+        return;
+
+    // The handlers below can close this dialog and emit signals whose receivers
+    // may delete it.
+    const QPointer<VodPlaySmallScreenView> self(this);
+    if (fullScreenView && fullScreenShown) {
+        fullScreenView->messageHandle(message, data);
+    } else {
+        VodPlayView::messageHandle(message, data);
+        if (self && QApplication::focusWidget() == this)
+            updateSoftKeys();
+    }
+    if (!self)
+        return;
+
+    // The watchdog follows the video also while the full-screen player shows it.
+    followWatchdog(message);
+}
+
+void VodPlaySmallScreenView::followWatchdog(const QString &message)
+{
+    switch (watchdogAction(message)) {
+    case WatchdogCreate:
+        // A repeated start confirmation leaves a running (or stopped) watchdog alone.
+        if (!serverWatchdog) {
+            serverWatchdog = new QTimer(this);
+            serverWatchdog->setInterval(ServerWatchdogInterval);
+            connect(serverWatchdog, &QTimer::timeout, this, &VodPlaySmallScreenView::setServerIsDown);
+            serverWatchdog->start();
+        }
+        break;
+    case WatchdogStop:
+        if (serverWatchdog)
+            serverWatchdog->stop();
+        break;
+    case WatchdogRestart:
+        if (serverWatchdog)
+            serverWatchdog->start(ServerWatchdogInterval);
+        break;
+    case WatchdogKeep:
+        break;
+    }
+}
+
+void VodPlaySmallScreenView::setServerIsDown()
+{
+    if (serverWatchdog)
+        serverWatchdog->stop();
+    if (fullScreenView) {
+        fullScreenView->setVisible(false);
+        fullScreenShown = false;
+    }
+
+    const QPointer<VodPlaySmallScreenView> self(this);
+    QNoticeDialog::information(this, tr("A video has been stopped by the VCS server."), QString(), 3);
+    if (!self)
+        return;
+
+    screenStatus = Stopped;
+    stopVod();
+    if (frameSliderTimer)
+        frameSliderTimer->stop();
+    playScreen->showPlayIcon = true;
+    currentMsecs = 0;
+    stopAllTimers();
+    close();
+}
+
+void VodPlaySmallScreenView::finishedVod()
+{
+    stopAllTimers();
+    const QPointer<VodPlaySmallScreenView> self(this);
+    emit notifyStopPlay();
+    if (self)
+        close();
+}
+
+void VodPlaySmallScreenView::fullScreenCloseSlot(VodPlayView::playScreenStatus pss, ulong ct, int cv,
+                                                 bool mute)
+{
+    // The full-screen player stays allocated until the next one is opened.
+    if (fullScreenView) {
+        fullScreenView->hide();
+        fullScreenShown = false;
+    }
+
+    screenStatus = pss;
+    if (pss == Playing) {
+        currentMsecs = quint32(ct);
+        flowingTimeText = QTime(0, 0, 0, 0).addMSecs(int(currentMsecs)).toString(QStringLiteral("hh:mm:ss"));
+        volume = cv;
+        isMute = mute;
+        if (frameSliderTimer)
+            frameSliderTimer->start();
+        changeVideoWindow(SmallVodScreen);
+        if (!isVisible())
+            show();
+    } else if (pss == Stopping) {
+        stopVod();
+    }
+
+    repaint();
+    playScreen->repaint();
+    updateSoftKeys();
+    updateWindowTitle();
+}
+
+void VodPlaySmallScreenView::keyPressEvent(QKeyEvent *e)
+{
+    VodPlayView::keyPressEvent(e);
+
+    switch (e->key()) {
+    case Qt::Key_Context1:
+        if (screenStatus == Playing) {
+            playScreen->showPlayIcon = false;
+            restartSeekTimer();
+            seekSteps += 1;
+        }
+        break;
+    case Qt::Key_Context2:
+        if (screenStatus == Playing) {
+            playScreen->showPlayIcon = false;
+            restartSeekTimer();
+            seekSteps -= 1;
+        }
+        break;
+    case Qt::Key_Select:
+        switch (screenStatus) {
+        case Playing:
+            playScreen->showPlayIcon = true;
+            pauseVod(0);
+            break;
+        case Interrupted:
+            resumeVod();
+            break;
+        case Paused:
+            playScreen->showPlayIcon = false;
+            resumeVod();
+            break;
+        case Stopped:
+            playScreen->showPlayIcon = false;
+            startVod();
+            break;
+        default:
+            break;
+        }
+        break;
+    case Qt::Key_Back:
+        if (screenStatus == Playing || screenStatus == Paused) {
+            // The dialog closes when the video manager confirms with "endOKVod()".
+            playScreen->showPlayIcon = true;
+            stopVod();
+        } else {
+            finishedVod();
+        }
+        break;
+    case Qt::Key_Hangup:
+        hangUp(e);
+        break;
+    case Key_Video4:
+        if (screenStatus == Playing && playScreenReady)
+            openFullScreen();
+        break;
+    default:
+        break;
+    }
+}
+
+void VodPlaySmallScreenView::hangUp(QKeyEvent *e)
+{
+    // Our own message comes back through the browser's channel; drop it there.
+    ignoreNextNotification = true;
+    {
+        // Prepared first, sent when it goes out of scope: after the stop request.
+        QtopiaIpcEnvelope envelope(QLatin1String(VodChannel::VideoApplication),
+                                   QLatin1String(VodMessage::HangUpBySmallScreen));
+        if (screenStatus == Playing || screenStatus == Paused) {
+            screenStatus = Stopping;
+            playScreen->showPlayIcon = true;
+            stopVod();
+        }
+        if (fullScreenView) {
+            delete fullScreenView;
+            fullScreenShown = false;
+            fullScreenView = nullptr;
+        }
+        QWidget::keyPressEvent(e);
+    }
+}
+
+void VodPlaySmallScreenView::openFullScreen()
+{
+    if (frameSliderTimer)
+        frameSliderTimer->stop();
+    fullScreenShown = true;
+
+    delete fullScreenView;
+    fullScreenView = new VodPlayFullScreenView(requestSender, this);
+    connect(fullScreenView, &VodPlayView::fullScreenCloseSignal, this,
+            &VodPlaySmallScreenView::fullScreenCloseSlot);
+
+    fullScreenView->setTotalTime(totalTimeText);
+    fullScreenView->currentMsecs = currentMsecs;
+    fullScreenView->totalTimeText = totalTimeText;
+    fullScreenView->isMute = isMute;
+    fullScreenView->volume = volume;
+    fullScreenView->setContentTitle(contentTitle);
+    fullScreenView->screenStatus = screenStatus;
+
+    fullScreenView->showFullScreen();
+    fullScreenView->raise();
+
+    changeVideoWindow(FullVodScreen);
+}
+
+void VodPlaySmallScreenView::paintEvent(QPaintEvent *)
+{
+    QPainter painter(this);
+    painter.fillRect(QRect(274, 0, 206, 209), QColor(35, 35, 35, 255));
+    painter.drawPixmap(348, 8, QPixmap(QStringLiteral(":image/vod/aniicon_vod_0%1.png").arg(animationFrame)));
+    drawFlowingTime(&painter);
+    drawVolumeRect(&painter);
+    drawFullButton(&painter, tr("Full"), 274);
+}
+
+void VodPlaySmallScreenView::focusInEvent(QFocusEvent *)
+{
+    if (requestSender)
+        requestSender->setVodFocusedWidget(this);
+    updateSoftKeys();
+}
+
+void VodPlaySmallScreenView::focusOutEvent(QFocusEvent *)
+{
+}
+
+void VodPlaySmallScreenView::showEvent(QShowEvent *)
+{
+    updateSoftKeys();
+}

@@ -13,10 +13,17 @@ class VodPlaySmallScreenView : public VodPlayView
     Q_OBJECT
 
 public:
+    // What a notification does to the server watchdog.
+    enum WatchdogAction { WatchdogCreate, WatchdogStop, WatchdogRestart, WatchdogKeep };
+
+    static constexpr int ServerWatchdogInterval = 10000;
+
     VodPlaySmallScreenView(vod *requestSender, QWidget *parent);
     ~VodPlaySmallScreenView() override;
 
     void messageHandle(const QString &message, const QByteArray &data) override;
+
+    static WatchdogAction watchdogAction(const QString &message);
 
     VodPlayFullScreenView *fullScreenView = nullptr;
     bool fullScreenShown = false;
@@ -33,4 +40,9 @@ protected:
     void focusOutEvent(QFocusEvent *e) override;
     void paintEvent(QPaintEvent *e) override;
     void showEvent(QShowEvent *e) override;
+
+private:
+    void followWatchdog(const QString &message);
+    void hangUp(QKeyEvent *e);
+    void openFullScreen();
 };
