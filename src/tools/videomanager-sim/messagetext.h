@@ -1,0 +1,15 @@
+#pragma once
+
+#include "messaging/messagecatalogue.h"
+
+#include <QByteArray>
+#include <QString>
+#include <QStringList>
+
+#include <optional>
+
+// The argument block of a catalogue message from texts, one per argument: ints
+// and floats as decimal numbers, strings as they are. Empty, with *error set, when
+// the count or a number does not fit the message.
+std::optional<QByteArray> encodeArguments(const MessageSpec &spec, const QStringList &values,
+                                          QString *error);

@@ -1,0 +1,366 @@
+#include "videomanagersimulator.h"
+
+#include "cataloguewriter.h"
+#include "devicepath.h"
+#include "messaging/messagecatalogue.h"
+#include "messaging/messagedata.h"
+#include "messaging/messagereader.h"
+#include "messaging/vodmessages.h"
+#include "qtopiachannel.h"
+#include "qtopiaipctransport.h"
+
+#include <QTimer>
+
+using namespace VodMessage;
+
+namespace {
+bool is(const QString &message, const char *signature)
+{
+    return message == QLatin1String(signature);
+}
+}
+
+VideoManagerSimulator::VideoManagerSimulator(const SimulatorOptions &options, QObject *parent)
+    : QObject(parent), settings(options), pushTicker(new QTimer(this)), vodTicker(new QTimer(this))
+{
+    pushTicker->setInterval(secondMs());
+    vodTicker->setInterval(secondMs());
+    connect(pushTicker, &QTimer::timeout, this, &VideoManagerSimulator::pushTick);
+    connect(vodTicker, &QTimer::timeout, this, &VideoManagerSimulator::vodTick);
+
+    auto *requests = new QtopiaChannel(QLatin1String(VodChannel::VideoManager), this);
+    connect(requests, &QtopiaChannel::received, this, &VideoManagerSimulator::onVideoManager);
+    auto *calls = new QtopiaChannel(QLatin1String(VodChannel::CallManager), this);
+    connect(calls, &QtopiaChannel::received, this, &VideoManagerSimulator::onCallManager);
+
+    for (const ScheduledMessage &m : std::as_const(settings.scheduled))
+        after(m.at, [this, m] { sendRaw(m.channel, m.message, m.data); });
+}
+
+VideoManagerSimulator::~VideoManagerSimulator() = default;
+
+int VideoManagerSimulator::secondMs() const
+{
+    return qMax(1, qRound(1000.0 * settings.timeScale));
+}
+
+bool VideoManagerSimulator::isReportingPush() const
+{
+    return pushTicker->isActive();
+}
+
+bool VideoManagerSimulator::isReportingVod() const
+{
+    return vodTicker->isActive();
+}
+
+void VideoManagerSimulator::onVideoManager(const QString &message, const QByteArray &data)
+{
+    const QString channel = QLatin1String(VodChannel::VideoManager);
+    if (silent) {
+        log(QStringLiteral("<-"), channel, message, data, QStringLiteral("silent: not answered"));
+        return;
+    }
+    if (!findMessage(channel, message)) {
+        log(QStringLiteral("<-"), channel, message, data, QStringLiteral("unknown: not answered"));
+        return;
+    }
+    log(QStringLiteral("<-"), channel, message, data);
+
+    if (is(message, ChangeVodWindow)) {
+        MessageReader in(data);
+        const int x = in.readInt();
+        const int y = in.readInt();
+        const int width = in.readInt();
+        const int height = in.readInt();
+        window = QRect(x, y, width, height);
+        note(QStringLiteral("video window now %1,%2 %3x%4").arg(x).arg(y).arg(width).arg(height));
+    } else if (is(message, RequestContentsPage)) {
+        note(QStringLiteral("paged contents are not simulated: not answered"));
+    } else if (!answerPush(message)) {
+        answerVod(message, data);
+    }
+}
+
+void VideoManagerSimulator::onCallManager(const QString &message, const QByteArray &data)
+{
+    const QString channel = QLatin1String(VodChannel::CallManager);
+    log(QStringLiteral("<-"), channel, message, data, silent ? QStringLiteral("silent") : QString());
+    if (silent)
+        return;
+    if (is(message, SetVolumeVod)) {
+        volumeLevel = MessageReader(data).readInt();
+        note(QStringLiteral("volume now %1").arg(volumeLevel));
+    } else if (is(message, SetHeadsetOnOff)) {
+        headset = !headset;
+        note(headset ? QStringLiteral("headset on") : QStringLiteral("headset off"));
+    }
+}
+
+bool VideoManagerSimulator::answerPush(const QString &message)
+{
+    const char *const push = VodChannel::PushApplication;
+    if (is(message, PushAppExecuted)) {
+        after(settings.pushStartDelay, [this, push] {
+            if (settings.failSetupPush)
+                send(push, SetupFailPush, messageData(qint32(*settings.failSetupPush)));
+            else
+                send(push, StartPush);
+        });
+    } else if (is(message, PlayPush)) {
+        pushSeconds = 0;
+        pushTicker->start();
+        playbackStarted(true);
+    } else if (is(message, PausePush)) {
+        pushTicker->stop();
+        send(push, PauseOKPush);
+    } else if (is(message, ResumePush)) {
+        pushTicker->start();
+    } else if (is(message, StopUIPush)) {
+        send(push, EndOKPush);
+    } else if (is(message, StopPush) || is(message, StopMulticastPush)) {
+        pushTicker->stop();
+    } else {
+        return false;
+    }
+    return true;
+}
+
+void VideoManagerSimulator::answerVod(const QString &message, const QByteArray &data)
+{
+    MessageReader in(data);
+    if (is(message, RequestGroupList)) {
+        const int groups = int(settings.catalogue.groups.size());
+        writeCatalogue(QLatin1String(CatalogueLayout::GroupFile), groupCatalogueBytes(settings.catalogue),
+                       GetGroupList, QStringLiteral("%1 group(s)").arg(groups));
+    } else if (is(message, RequestContents)) {
+        selectedGroup = in.readInt();
+        selectedPart = in.readInt();
+        const SimPart *part = settings.catalogue.part(selectedGroup, selectedPart);
+        writeCatalogue(QLatin1String(CatalogueLayout::ContentsFile),
+                       contentsCatalogueBytes(settings.catalogue, selectedGroup, selectedPart), GetContentsList,
+                       QStringLiteral("%1 title(s) of group %2 part %3")
+                           .arg(part ? part->titles.size() : 0)
+                           .arg(selectedGroup)
+                           .arg(selectedPart));
+    } else if (is(message, SetupVod)) {
+        setupVod(in.readInt());
+    } else if (is(message, StartVod)) {
+        startVod(in.readString());
+    } else if (is(message, PauseVod)) {
+        pauseVod();
+    } else if (is(message, ResumeVod)) {
+        resumeVod(in.readString());
+    } else if (is(message, ForwardVod) || is(message, ReverseVod)) {
+        seekVod(message, in.readString());
+    } else if (is(message, StopVod)) {
+        vodTicker->stop();
+        send(VodChannel::VideoApplication, EndOKVod);
+    }
+}
+
+void VideoManagerSimulator::setupVod(int number)
+{
+    const char *const app = VodChannel::VideoApplication;
+    if (settings.failSetupVod) {
+        send(app, SetupFailVod, messageData(qint32(*settings.failSetupVod)));
+        return;
+    }
+    const SimTitle *title = settings.catalogue.title(selectedGroup, selectedPart, number - 1);
+    if (!title) {
+        note(QStringLiteral("group %1 part %2 has no title number %3").arg(selectedGroup).arg(selectedPart).arg(number));
+        send(app, SetupFailVod, messageData(qint32(NoSuchTitle)));
+        return;
+    }
+    vodTicker->stop();
+    vod = PlaybackPosition(title->length);
+    vodSetUp = true;
+    note(QStringLiteral("set up \"%1\", %2 s").arg(title->name).arg(title->length));
+    send(app, SetupOKVod,
+         messageData(qint32(selectedGroup), qint32(selectedPart), qint32(number), SetupStartMark,
+                     float(SetupStartMark + title->length), 0.0f));
+}
+
+void VideoManagerSimulator::startVod(const QString &position)
+{
+    const char *const app = VodChannel::VideoApplication;
+    if (settings.failStartVod) {
+        send(app, StartFailVod, messageData(qint32(*settings.failStartVod)));
+        return;
+    }
+    if (!vodSetUp) {
+        note(QStringLiteral("no content set up"));
+        send(app, StartFailVod, messageData(qint32(NoContentSetUp)));
+        return;
+    }
+    vod.moveTo(parsePositionText(position).value_or(0.0));
+    send(app, StartOKVod);
+    vodTicker->start();
+    playbackStarted(false);
+}
+
+void VideoManagerSimulator::pauseVod()
+{
+    const char *const app = VodChannel::VideoApplication;
+    if (!vodTicker->isActive()) {
+        send(app, PauseFailVod);
+        return;
+    }
+    vodTicker->stop();
+    send(app, PauseOKVod, messageData(float(vod.seconds())));
+}
+
+void VideoManagerSimulator::resumeVod(const QString &position)
+{
+    const char *const app = VodChannel::VideoApplication;
+    if (!vodSetUp) {
+        note(QStringLiteral("no content set up"));
+        send(app, Error, messageData(qint32(NoContentSetUp)));
+        return;
+    }
+    if (const std::optional<double> seconds = parsePositionText(position))
+        vod.moveTo(*seconds);
+    else
+        note(QStringLiteral("\"%1\" is no position: going on from %2").arg(position).arg(vod.seconds()));
+    send(app, ResumedOKVod);
+    vodTicker->start();
+}
+
+void VideoManagerSimulator::seekVod(const QString &message, const QString &position)
+{
+    const std::optional<double> seconds = parsePositionText(position);
+    if (!vodSetUp || !seconds) {
+        note(QStringLiteral("%1 ignored: %2").arg(message, vodSetUp ? QStringLiteral("no position")
+                                                                    : QStringLiteral("no content set up")));
+        return;
+    }
+    vod.moveTo(*seconds);
+    note(QStringLiteral("position now %1 of %2").arg(vod.seconds()).arg(vod.length()));
+}
+
+void VideoManagerSimulator::writeCatalogue(const QString &file, const QByteArray &bytes, const char *announce,
+                                           const QString &what)
+{
+    const QString path = devicePath(file);
+    QString error;
+    if (!writeFileAtomically(path, bytes, &error)) {
+        note(QStringLiteral("%1: not answered").arg(error));
+        return;
+    }
+    note(QStringLiteral("wrote %1 (%2, %3 bytes)").arg(path, what).arg(bytes.size()));
+    send(VodChannel::VideoApplication, announce);
+}
+
+void VideoManagerSimulator::pushTick()
+{
+    pushSeconds += 1;
+    send(VodChannel::PushApplication, CurrentTime, messageData(float(pushSeconds)));
+}
+
+void VideoManagerSimulator::vodTick()
+{
+    vod.advance(1);
+    send(VodChannel::VideoApplication, CurrentTime, messageData(float(vod.seconds())));
+    if (vod.atEnd()) {
+        vodTicker->stop();
+        note(QStringLiteral("end of the title"));
+        send(VodChannel::VideoApplication, EndOKVod);
+    }
+}
+
+void VideoManagerSimulator::playbackStarted(bool push)
+{
+    if (!anyPlaybackStarted) {
+        anyPlaybackStarted = true;
+        if (settings.silentAfter >= 0)
+            after(settings.silentAfter, [this] { goSilent(); });
+        if (settings.callAt >= 0) {
+            after(settings.callAt, [this] {
+                send(VodChannel::PushApplication, StartCall);
+                send(VodChannel::VideoApplication, StartCall);
+                after(settings.callLength, [this] {
+                    send(VodChannel::PushApplication, StopCall);
+                    send(VodChannel::VideoApplication, StopCall);
+                });
+            });
+        }
+    }
+    if (push && !pushPlaybackStarted) {
+        pushPlaybackStarted = true;
+        if (settings.multicastEndAt >= 0) {
+            after(settings.multicastEndAt, [this] {
+                pushTicker->stop();
+                send(VodChannel::PushApplication, EndOKMulticastPush);
+            });
+        }
+    }
+    if (!push && !vodPlaybackStarted) {
+        vodPlaybackStarted = true;
+        if (settings.serverPauseAt >= 0)
+            after(settings.serverPauseAt, [this] { serverPause(); });
+    }
+}
+
+void VideoManagerSimulator::serverPause()
+{
+    if (!vodTicker->isActive()) {
+        note(QStringLiteral("no VOD playing: no server pause"));
+        return;
+    }
+    vodTicker->stop();
+    send(VodChannel::VideoApplication, PauseVodByServer, messageData(float(vod.seconds())));
+}
+
+void VideoManagerSimulator::goSilent()
+{
+    silent = true;
+    pushTicker->stop();
+    vodTicker->stop();
+    for (QTimer *timer : std::as_const(pending))
+        timer->stop();
+    note(QStringLiteral("silent from now on: no answers, no reports"));
+}
+
+void VideoManagerSimulator::after(double seconds, std::function<void()> action)
+{
+    auto *timer = new QTimer(this);
+    timer->setSingleShot(true);
+    timer->setInterval(qMax(0, qRound(seconds * 1000.0 * settings.timeScale)));
+    connect(timer, &QTimer::timeout, this, [this, timer, action = std::move(action)] {
+        pending.removeOne(timer);
+        timer->deleteLater();
+        if (!silent)
+            action();
+    });
+    pending.append(timer);
+    timer->start();
+}
+
+void VideoManagerSimulator::send(const char *channel, const char *message, const QByteArray &data)
+{
+    sendRaw(QLatin1String(channel), QLatin1String(message), data);
+}
+
+void VideoManagerSimulator::sendRaw(const QString &channel, const QString &message, const QByteArray &data)
+{
+    log(QStringLiteral("->"), channel, message, data);
+    QtopiaIpcTransport::instance()->send(channel, message, data);
+}
+
+void VideoManagerSimulator::log(const QString &direction, const QString &channel, const QString &message,
+                                const QByteArray &data, const QString &remark)
+{
+    QString line = direction + QLatin1Char(' ') + channel + QLatin1Char(' ') + message;
+    const MessageSpec *spec = findMessage(channel, message);
+    const QString arguments = spec ? describeArguments(*spec, data) : QString::fromLatin1(data.toHex(' '));
+    if (!arguments.isEmpty())
+        line += QLatin1Char(' ') + arguments;
+    if (!remark.isEmpty())
+        line += QLatin1String(" (") + remark + QLatin1Char(')');
+    emit logLine(line);
+}
+
+void VideoManagerSimulator::note(const QString &text)
+{
+    emit logLine(QLatin1String("-- ") + text);
+}

@@ -1,0 +1,104 @@
+#pragma once
+
+#include "playbackposition.h"
+#include "simulatoroptions.h"
+
+#include <QByteArray>
+#include <QElapsedTimer>
+#include <QList>
+#include <QObject>
+#include <QRect>
+#include <QString>
+
+#include <functional>
+
+class QTimer;
+
+// The other side of the module's protocol: listens on "QPE/VideoManager" and
+// "QPE/CallManager" through the transport in use and answers on
+// "QPE/PushApplication" and "QPE/VideoApplication" as a video manager would,
+// with the faults its options ask for. It runs on any transport: in a test
+// process on the in-process one next to the module's windows, in the
+// videomanager-sim program over D-Bus.
+class VideoManagerSimulator : public QObject
+{
+    Q_OBJECT
+
+public:
+    // Failure codes of the answers that no option asks for.
+    enum FailureCode { NoContentSetUp = 1, NoSuchTitle = 2 };
+
+    // The first float of "setupOKVod(...)"; the second is this plus the length.
+    static constexpr float SetupStartMark = 100.0f;
+
+    explicit VideoManagerSimulator(const SimulatorOptions &options, QObject *parent = nullptr);
+    ~VideoManagerSimulator() override;
+
+    const SimulatorOptions &options() const { return settings; }
+    // One simulated second, in real milliseconds.
+    int secondMs() const;
+
+    // What the module asked for last.
+    QRect videoWindow() const { return window; }
+    int volume() const { return volumeLevel; } // -1 before the first "setVolume_vod(int)"
+    bool headsetOn() const { return headset; }
+
+    bool isSilent() const { return silent; }
+    bool isReportingPush() const;
+    bool isReportingVod() const;
+    double vodPosition() const { return vod.seconds(); }
+
+signals:
+    // One readable line per message received ("<- "), sent ("-> ") or event
+    // ("-- "), without time stamp.
+    void logLine(const QString &line);
+
+private:
+    void onVideoManager(const QString &message, const QByteArray &data);
+    void onCallManager(const QString &message, const QByteArray &data);
+    bool answerPush(const QString &message); // false: no push request
+    void answerVod(const QString &message, const QByteArray &data);
+
+    void setupVod(int number);
+    void startVod(const QString &position);
+    void pauseVod();
+    void resumeVod(const QString &position);
+    void seekVod(const QString &message, const QString &position);
+    void writeCatalogue(const QString &file, const QByteArray &bytes, const char *announce,
+                        const QString &what);
+
+    void pushTick();
+    void vodTick();
+    void playbackStarted(bool push);
+    void goSilent();
+    void serverPause();
+
+    void send(const char *channel, const char *message, const QByteArray &data = QByteArray());
+    void sendRaw(const QString &channel, const QString &message, const QByteArray &data);
+    void log(const QString &direction, const QString &channel, const QString &message,
+             const QByteArray &data, const QString &remark = QString());
+    void note(const QString &text);
+    // Runs `action` after `seconds` simulated seconds, unless the simulator falls silent first.
+    void after(double seconds, std::function<void()> action);
+
+    SimulatorOptions settings;
+    bool silent = false;
+
+    QTimer *pushTicker;
+    double pushSeconds = 0;
+
+    QTimer *vodTicker;
+    PlaybackPosition vod;
+    bool vodSetUp = false;
+    int selectedGroup = 0;
+    int selectedPart = 0;
+
+    bool anyPlaybackStarted = false;
+    bool pushPlaybackStarted = false;
+    bool vodPlaybackStarted = false;
+    QList<QTimer *> pending;
+
+    QRect window;
+    int volumeLevel = -1;
+    bool headset = false;
+};
