@@ -71,22 +71,22 @@ private:
 
 // The message a catalogue entry gives with fixed sample arguments, sent with an
 // envelope as the module sends.
-void sendSample(const MessageSpec &spec)
+void sendSample(const MessageEntry &entry)
 {
-    QtopiaIpcEnvelope e(spec.channel, spec.signature);
+    QtopiaIpcEnvelope e(entry.channel, entry.signature);
     qint32 n = 7;
-    for (MessageSpec::ArgType type : spec.arguments) {
+    for (MessageEntry::ArgType type : entry.arguments) {
         switch (type) {
-        case MessageSpec::Int:
+        case MessageEntry::Int:
             e << n++;
             break;
-        case MessageSpec::Float:
+        case MessageEntry::Float:
             e << 12.5f;
             break;
-        case MessageSpec::String:
+        case MessageEntry::String:
             e << QString("83.5");
             break;
-        case MessageSpec::CString:
+        case MessageEntry::CString:
             e << "0.0";
             break;
         }
@@ -94,13 +94,13 @@ void sendSample(const MessageSpec &spec)
 }
 
 // Opens a listener, sends one sample and returns what the listener got.
-QtopiaIpcMessage roundTrip(const MessageSpec &spec, QtopiaDBusTransport *bus)
+QtopiaIpcMessage roundTrip(const MessageEntry &entry, QtopiaDBusTransport *bus)
 {
-    QtopiaChannel channel(spec.channel, nullptr);
+    QtopiaChannel channel(entry.channel, nullptr);
     QSignalSpy spy(&channel, &QtopiaChannel::received);
     if (bus)
         bus->sync();
-    sendSample(spec);
+    sendSample(entry);
     if (!spy.wait(5000) && spy.isEmpty())
         return {};
     return {channel.channel(), spy.first().at(0).toString(), spy.first().at(1).toByteArray()};
@@ -223,29 +223,29 @@ private slots:
     {
         QTest::addColumn<int>("index");
         for (int i = 0; i < messageCatalogue().size(); ++i) {
-            const MessageSpec &spec = messageCatalogue().at(i);
-            QTest::addRow("%s %s", spec.channel, spec.signature) << i;
+            const MessageEntry &entry = messageCatalogue().at(i);
+            QTest::addRow("%s %s", entry.channel, entry.signature) << i;
         }
     }
     void catalogueTravelsUnchanged()
     {
         QFETCH(int, index);
-        const MessageSpec &spec = messageCatalogue().at(index);
+        const MessageEntry &entry = messageCatalogue().at(index);
 
         QtopiaIpcTransport::setInstance(nullptr);
-        const QtopiaIpcMessage local = roundTrip(spec, nullptr);
-        QCOMPARE(local.message, QString(spec.signature));
+        const QtopiaIpcMessage local = roundTrip(entry, nullptr);
+        QCOMPARE(local.message, QString(entry.signature));
         QCOMPARE(local.data, QtopiaIpcTransport::traffic().constLast().data);
 
         // A second connection sees the signal as any D-Bus peer does.
         QDBusConnection peer = QDBusConnection::connectToBus(address, "raw-peer");
         RawReceiver raw;
-        const QString path = QStringLiteral("/com/trolltech/qtopia/") + qtopiaDBusEscape(spec.channel);
-        QVERIFY(peer.connect(QString(), path, "com.trolltech.qtopia", qtopiaDBusEscape(spec.signature), &raw,
+        const QString path = QStringLiteral("/com/trolltech/qtopia/") + qtopiaDBusEscape(entry.channel);
+        QVERIFY(peer.connect(QString(), path, "com.trolltech.qtopia", qtopiaDBusEscape(entry.signature), &raw,
                              SLOT(take(QDBusMessage))));
 
         QtopiaIpcTransport::setInstance(transport.get());
-        const QtopiaIpcMessage overBus = roundTrip(spec, transport.get());
+        const QtopiaIpcMessage overBus = roundTrip(entry, transport.get());
         QCOMPARE(overBus, local);
 
         QTRY_COMPARE(raw.messages.size(), 1);
@@ -253,11 +253,11 @@ private slots:
         QCOMPARE(m.type(), QDBusMessage::SignalMessage);
         QCOMPARE(m.path(), path);
         QCOMPARE(m.interface(), QString("com.trolltech.qtopia"));
-        QCOMPARE(m.member(), qtopiaDBusEscape(spec.signature));
+        QCOMPARE(m.member(), qtopiaDBusEscape(entry.signature));
         QCOMPARE(m.signature(), QString("ay"));
         QCOMPARE(m.arguments().size(), 1);
         QCOMPARE(m.arguments().first().toByteArray(), local.data);
-        peer.disconnect(QString(), path, "com.trolltech.qtopia", qtopiaDBusEscape(spec.signature), &raw,
+        peer.disconnect(QString(), path, "com.trolltech.qtopia", qtopiaDBusEscape(entry.signature), &raw,
                         SLOT(take(QDBusMessage)));
         QDBusConnection::disconnectFromBus("raw-peer");
     }

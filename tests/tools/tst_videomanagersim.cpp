@@ -39,8 +39,8 @@ public:
         for (const char *name : {VodChannel::PushApplication, VodChannel::VideoApplication}) {
             auto *channel = new QtopiaChannel(QLatin1String(name), this);
             connect(channel, &QtopiaChannel::received, this, [this, name](const QString &m, const QByteArray &d) {
-                const MessageSpec *spec = findMessage(QLatin1String(name), m);
-                const QString arguments = spec ? describeArguments(*spec, d) : QString("?");
+                const MessageEntry *entry = findMessage(QLatin1String(name), m);
+                const QString arguments = entry ? describeArguments(*entry, d) : QString("?");
                 received << QString("%1 %2%3").arg(QLatin1String(name), m,
                                                     arguments.isEmpty() ? QString() : " " + arguments);
                 times << clock.elapsed();
@@ -50,10 +50,10 @@ public:
     }
 
     // "signature|argument|argument" to the video manager.
-    void request(const QString &spec)
+    void request(const QString &entry)
     {
-        const QStringList items = spec.split('|');
-        const MessageSpec *m = findMessage(VodChannel::VideoManager, items.first());
+        const QStringList items = entry.split('|');
+        const MessageEntry *m = findMessage(VodChannel::VideoManager, items.first());
         QByteArray data;
         if (m) {
             QString error;

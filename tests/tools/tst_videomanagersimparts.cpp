@@ -332,10 +332,10 @@ private slots:
         QFETCH(QStringList, values);
         QFETCH(QByteArray, data);
         QFETCH(QString, error);
-        const MessageSpec *spec = findMessage(channel, signature);
-        QVERIFY(spec);
+        const MessageEntry *entry = findMessage(channel, signature);
+        QVERIFY(entry);
         QString message;
-        const std::optional<QByteArray> result = encodeArguments(*spec, values, &message);
+        const std::optional<QByteArray> result = encodeArguments(*entry, values, &message);
         QCOMPARE(result.has_value(), error.isEmpty());
         if (result)
             QCOMPARE(result->toHex(), data.toHex());

@@ -2,7 +2,7 @@
 
 #include "messaging/messagedata.h"
 
-std::optional<QByteArray> encodeArguments(const MessageSpec &spec, const QStringList &values,
+std::optional<QByteArray> encodeArguments(const MessageEntry &entry, const QStringList &values,
                                           QString *error)
 {
     auto fail = [error](const QString &why) -> std::optional<QByteArray> {
@@ -10,33 +10,33 @@ std::optional<QByteArray> encodeArguments(const MessageSpec &spec, const QString
             *error = why;
         return std::nullopt;
     };
-    if (values.size() != spec.arguments.size())
+    if (values.size() != entry.arguments.size())
         return fail(QStringLiteral("%1 takes %2 argument(s), %3 given")
-                        .arg(QLatin1String(spec.signature))
-                        .arg(spec.arguments.size())
+                        .arg(QLatin1String(entry.signature))
+                        .arg(entry.arguments.size())
                         .arg(values.size()));
     QByteArray data;
     for (qsizetype i = 0; i < values.size(); ++i) {
         const QString &value = values.at(i);
         bool ok = true;
-        switch (spec.arguments.at(i)) {
-        case MessageSpec::Int:
+        switch (entry.arguments.at(i)) {
+        case MessageEntry::Int:
             data += messageData(qint32(value.toInt(&ok)));
             break;
-        case MessageSpec::Float:
+        case MessageEntry::Float:
             data += messageData(value.toFloat(&ok));
             break;
-        case MessageSpec::String:
+        case MessageEntry::String:
             data += messageData(value);
             break;
-        case MessageSpec::CString:
+        case MessageEntry::CString:
             data += messageData(value.toUtf8().constData());
             break;
         }
         if (!ok)
             return fail(QStringLiteral("argument %1 of %2 is not a number: %3")
                             .arg(i + 1)
-                            .arg(QLatin1String(spec.signature), value));
+                            .arg(QLatin1String(entry.signature), value));
     }
     return data;
 }

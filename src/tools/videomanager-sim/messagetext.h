@@ -11,5 +11,5 @@
 // The argument block of a catalogue message from texts, one per argument: ints
 // and floats as decimal numbers, strings as they are. Empty, with *error set, when
 // the count or a number does not fit the message.
-std::optional<QByteArray> encodeArguments(const MessageSpec &spec, const QStringList &values,
+std::optional<QByteArray> encodeArguments(const MessageEntry &entry, const QStringList &values,
                                           QString *error);

@@ -86,7 +86,7 @@ bool readScheduled(const QString &text, ScheduledMessage *out, QString *error)
     QString signature = items.at(2);
     while (!signature.endsWith(QLatin1Char(')')) && end + 1 < items.size())
         signature += QLatin1Char(',') + items.at(++end);
-    const MessageSpec *messageSpec = findMessage(items.at(1), signature);
+    const MessageEntry *messageSpec = findMessage(items.at(1), signature);
     if (!messageSpec) {
         *error = QStringLiteral("--send-at: %1 on %2 is no message of the protocol").arg(signature, items.at(1));
         return false;

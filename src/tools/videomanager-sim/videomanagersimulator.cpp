@@ -351,8 +351,8 @@ void VideoManagerSimulator::log(const QString &direction, const QString &channel
                                 const QByteArray &data, const QString &remark)
 {
     QString line = direction + QLatin1Char(' ') + channel + QLatin1Char(' ') + message;
-    const MessageSpec *spec = findMessage(channel, message);
-    const QString arguments = spec ? describeArguments(*spec, data) : QString::fromLatin1(data.toHex(' '));
+    const MessageEntry *entry = findMessage(channel, message);
+    const QString arguments = entry ? describeArguments(*entry, data) : QString::fromLatin1(data.toHex(' '));
     if (!arguments.isEmpty())
         line += QLatin1Char(' ') + arguments;
     if (!remark.isEmpty())

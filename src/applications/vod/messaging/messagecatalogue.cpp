@@ -6,17 +6,17 @@
 #include <QStringList>
 
 namespace {
-using A = MessageSpec::ArgType;
+using A = MessageEntry::ArgType;
 }
 
-const QList<MessageSpec> &messageCatalogue()
+const QList<MessageEntry> &messageCatalogue()
 {
     using namespace VodMessage;
     static const char *const vm = VodChannel::VideoManager;
     static const char *const push = VodChannel::PushApplication;
     static const char *const app = VodChannel::VideoApplication;
     static const char *const call = VodChannel::CallManager;
-    static const QList<MessageSpec> catalogue = {
+    static const QList<MessageEntry> catalogue = {
         {vm, PushAppExecuted, {}},
         {vm, PlayPush, {A::CString}},
         {vm, PausePush, {}},
@@ -82,30 +82,30 @@ const QList<MessageSpec> &messageCatalogue()
     return catalogue;
 }
 
-const MessageSpec *findMessage(const QString &channel, const QString &signature)
+const MessageEntry *findMessage(const QString &channel, const QString &signature)
 {
-    for (const MessageSpec &spec : messageCatalogue())
-        if (channel == QLatin1String(spec.channel) && signature == QLatin1String(spec.signature))
-            return &spec;
+    for (const MessageEntry &entry : messageCatalogue())
+        if (channel == QLatin1String(entry.channel) && signature == QLatin1String(entry.signature))
+            return &entry;
     return nullptr;
 }
 
-QString describeArguments(const MessageSpec &spec, const QByteArray &data)
+QString describeArguments(const MessageEntry &entry, const QByteArray &data)
 {
     MessageReader in(data);
     QStringList items;
-    for (MessageSpec::ArgType type : spec.arguments) {
+    for (MessageEntry::ArgType type : entry.arguments) {
         switch (type) {
-        case MessageSpec::Int:
+        case MessageEntry::Int:
             items << QString::number(in.readInt());
             break;
-        case MessageSpec::Float:
+        case MessageEntry::Float:
             items << QString::number(in.readFloat(), 'g', 6);
             break;
-        case MessageSpec::String:
+        case MessageEntry::String:
             items << QLatin1Char('"') + in.readString() + QLatin1Char('"');
             break;
-        case MessageSpec::CString:
+        case MessageEntry::CString:
             items << QLatin1Char('"') + QString::fromLatin1(in.readCString()) + QLatin1Char('"');
             break;
         }

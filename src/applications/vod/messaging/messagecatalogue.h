@@ -7,7 +7,7 @@
 // The whole protocol as data: each message with its channel and the wire types
 // of its arguments. Tools that speak the protocol (the simulator, the tests,
 // the fuzzers) walk this table instead of repeating it.
-struct MessageSpec
+struct MessageEntry
 {
     enum ArgType { Int, Float, String, CString };
 
@@ -16,10 +16,10 @@ struct MessageSpec
     QList<ArgType> arguments;
 };
 
-const QList<MessageSpec> &messageCatalogue();
+const QList<MessageEntry> &messageCatalogue();
 
 // The entry of a channel and signature, or null.
-const MessageSpec *findMessage(const QString &channel, const QString &signature);
+const MessageEntry *findMessage(const QString &channel, const QString &signature);
 
 // The arguments of a block as readable text ("12.5, 3"), for logs.
-QString describeArguments(const MessageSpec &spec, const QByteArray &data);
+QString describeArguments(const MessageEntry &entry, const QByteArray &data);

@@ -74,29 +74,29 @@ private slots:
     void catalogueNamesEachMessageOncePerChannel()
     {
         QSet<QString> seen;
-        for (const MessageSpec &spec : messageCatalogue()) {
-            const QString sig = QLatin1String(spec.signature);
-            QVERIFY2(!sig.contains(' '), spec.signature);
-            const QString key = QLatin1String(spec.channel) + '|' + sig;
+        for (const MessageEntry &entry : messageCatalogue()) {
+            const QString sig = QLatin1String(entry.signature);
+            QVERIFY2(!sig.contains(' '), entry.signature);
+            const QString key = QLatin1String(entry.channel) + '|' + sig;
             QVERIFY2(!seen.contains(key), qPrintable(key));
             seen.insert(key);
             // The argument list matches the types named in the signature, but for
             // the one QString that travels as a zero-terminated string.
             const QString inner = sig.section('(', 1).chopped(1);
             const QStringList types = inner.isEmpty() ? QStringList() : inner.split(',');
-            QCOMPARE(types.size(), spec.arguments.size());
+            QCOMPARE(types.size(), entry.arguments.size());
             for (int i = 0; i < types.size(); ++i) {
-                const MessageSpec::ArgType t = spec.arguments.at(i);
+                const MessageEntry::ArgType t = entry.arguments.at(i);
                 if (types[i] == "int")
-                    QCOMPARE(t, MessageSpec::Int);
+                    QCOMPARE(t, MessageEntry::Int);
                 else if (types[i] == "float")
-                    QCOMPARE(t, MessageSpec::Float);
+                    QCOMPARE(t, MessageEntry::Float);
                 else
-                    QVERIFY(t == MessageSpec::String || t == MessageSpec::CString);
+                    QVERIFY(t == MessageEntry::String || t == MessageEntry::CString);
             }
         }
         QCOMPARE(findMessage(VodChannel::VideoManager, VodMessage::PlayPush)->arguments,
-                 QList<MessageSpec::ArgType>{MessageSpec::CString});
+                 QList<MessageEntry::ArgType>{MessageEntry::CString});
     }
 
     void lookupIsExact_data()
@@ -119,10 +119,10 @@ private slots:
 
     void describesArguments()
     {
-        const MessageSpec *setup = findMessage(VodChannel::VideoApplication, VodMessage::SetupOKVod);
+        const MessageEntry *setup = findMessage(VodChannel::VideoApplication, VodMessage::SetupOKVod);
         QCOMPARE(describeArguments(*setup, messageData(1, 2, 3, 10.0f, 3733.5f, 0.0f)),
                  QString("1, 2, 3, 10, 3733.5, 0"));
-        const MessageSpec *play = findMessage(VodChannel::VideoManager, VodMessage::PlayPush);
+        const MessageEntry *play = findMessage(VodChannel::VideoManager, VodMessage::PlayPush);
         QCOMPARE(describeArguments(*play, messageData("0.0")), QString("\"0.0\""));
     }
 };
