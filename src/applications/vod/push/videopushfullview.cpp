@@ -35,7 +35,13 @@ VideoPushFullView::VideoPushFullView(VideoPushView *owner, QWidget *parent)
     screenStatus = Playing;
 
     auto *grid = new QGridLayout(this);
-    grid->addWidget(new EmptyBg(nullptr, Qt::WindowFlags()), 0, 0);
+    auto *background = new EmptyBg(nullptr, Qt::WindowFlags());
+    grid->addWidget(background, 0, 0);
+    // The filler would otherwise take the keyboard focus from the dialog, whose
+    // focus handling (focusLost, the direct-painting reserve, focus recording)
+    // must see it. A proxy must live in the same window, so after the layout
+    // has adopted it.
+    background->setFocusProxy(this);
     setLayout(grid);
 }
 

@@ -33,7 +33,13 @@ VodPlayFullScreenView::VodPlayFullScreenView(vod *requestSender, QWidget *parent
     screenStatus = Playing;
 
     auto *layout = new QGridLayout(this);
-    layout->addWidget(new EmptyBg(nullptr, Qt::WindowFlags()), 0, 0);
+    auto *background = new EmptyBg(nullptr, Qt::WindowFlags());
+    layout->addWidget(background, 0, 0);
+    // The filler would otherwise take the keyboard focus from the dialog, whose
+    // focus handling (focusLost, the direct-painting reserve, focus recording)
+    // must see it. A proxy must live in the same window, so after the layout
+    // has adopted it.
+    background->setFocusProxy(this);
 }
 
 VodPlayFullScreenView::~VodPlayFullScreenView()
@@ -212,8 +218,8 @@ void VodPlayFullScreenView::keyPressEvent(QKeyEvent *e)
         break;
     case Key_Headset: {
         qDebug() << "keyPressEvent" << 406 << "Headset pressed";
-        QtopiaIpcEnvelope envelope(QLatin1String(VodChannel::CallManager),
-                                   QLatin1String(VodMessage::SetHeadsetOnOff));
+        QtopiaIpcEnvelope envelope{QLatin1String(VodChannel::CallManager),
+                                   QLatin1String(VodMessage::SetHeadsetOnOff)};
         break;
     }
     default:

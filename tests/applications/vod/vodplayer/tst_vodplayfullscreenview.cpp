@@ -5,6 +5,7 @@
 #include "messaging/vodmessages.h"
 #include "player/emptybg.h"
 #include "player/playscreen.h"
+#include "qdirectpainter.h"
 #include "testenvironment.h"
 #include "vod.h"
 
@@ -76,6 +77,23 @@ private slots:
         rig.view.showNormal();
         QVERIFY(rig.view.windowState() & Qt::WindowFullScreen);
         QTRY_COMPARE(rig.browser.focusedWidget.data(), &rig.view);
+    }
+
+    void focusFollowsTheDialogNotItsFiller()
+    {
+        // The layout's filler takes no focus of its own: losing the window must
+        // darken the video area and give up the direct-painting region.
+        Rig rig;
+        rig.view.show();
+        QTRY_COMPARE(QApplication::focusWidget(), &rig.view);
+        QVERIFY(!rig.view.focusLost);
+        const int reserved = QDirectPainter::reserveCount();
+        QWidget other;
+        other.show();
+        other.activateWindow();
+        QTRY_VERIFY(rig.view.focusLost);
+        QCOMPARE(QDirectPainter::reserveCount(), reserved + 1);
+        QVERIFY(QDirectPainter::reservedRegion().isEmpty());
     }
 
     void select_data()
