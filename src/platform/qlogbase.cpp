@@ -1,22 +1,32 @@
 #include "qlogbase.h"
 
-#include <QHash>
+#include <QByteArray>
 #include <QLoggingCategory>
 #include <QMutex>
 
+#include <map>
+#include <memory>
+
 namespace {
+// A category with the name it points to; QLoggingCategory keeps the pointer.
+struct NamedCategory
+{
+    // Debug stays off by default, so only a logging rule turns a category on.
+    explicit NamedCategory(const char *n) : name(n), category(name.constData(), QtWarningMsg) {}
+    const QByteArray name;
+    QLoggingCategory category;
+};
+
 const QLoggingCategory &categoryFor(const char *name)
 {
     static QMutex mutex;
-    static QHash<QByteArray, QLoggingCategory *> categories;
+    // Made once per name and kept, owned, for the life of the process.
+    static std::map<QByteArray, std::unique_ptr<NamedCategory>> categories;
     QMutexLocker lock(&mutex);
-    QLoggingCategory *&category = categories[QByteArray(name)];
-    if (!category) {
-        // QLoggingCategory keeps the name pointer: give it one that lives as long.
-        // Debug stays off by default, so only a logging rule turns a category on.
-        category = new QLoggingCategory(qstrdup(name), QtWarningMsg);
-    }
-    return *category;
+    std::unique_ptr<NamedCategory> &entry = categories[QByteArray(name)];
+    if (!entry)
+        entry = std::make_unique<NamedCategory>(name);
+    return entry->category;
 }
 }
 

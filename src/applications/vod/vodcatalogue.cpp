@@ -6,6 +6,7 @@
 #include <QFile>
 
 #include <cstdio>
+#include <cstring>
 #include <new>
 #include <sys/stat.h>
 
@@ -68,7 +69,9 @@ bool load(const QString &path, QByteArray &buffer)
     const qint64 size = info.st_size;
     try {
         // One byte more than the file, left zero: every name ends inside it.
-        buffer = QByteArray(qsizetype(size + 1), '\0');
+        // Only what the read does not fill is zeroed: a second pass over a
+        // large catalogue would cost as much as reading it.
+        buffer = QByteArray(qsizetype(size + 1), Qt::Uninitialized);
     } catch (const std::bad_alloc &) {
         buffer = QByteArray();
         qDebug() << __FILE__ << "vodMessageHandle" << __LINE__ << "malloc error";
@@ -76,11 +79,14 @@ bool load(const QString &path, QByteArray &buffer)
     }
 
     std::FILE *fp = std::fopen(file.constData(), "rb");
-    if (!fp)
+    if (!fp) {
+        buffer.fill('\0');
         return false;
+    }
     // A file that shrank since the size query leaves zeros behind what was read.
-    (void)std::fread(buffer.data(), 1, size_t(size), fp);
+    const size_t read = std::fread(buffer.data(), 1, size_t(size), fp);
     std::fclose(fp);
+    std::memset(buffer.data() + read, 0, size_t(size) + 1 - read);
     return true;
 }
 
@@ -88,6 +94,7 @@ QStringList groupNames(const QByteArray &catalogue)
 {
     QStringList names;
     const qint32 count = int32At(catalogue, GroupCountOffset);
+    names.reserve(qBound(0, count, int((catalogue.size() - FirstGroupOffset) / GroupRecordSize)));
     // A count larger than the records present: stop at the last whole record and
     // keep the groups read so far.
     for (qint32 g = 0; g < count; ++g) {
@@ -124,6 +131,7 @@ QStringList contentTitles(const QByteArray &catalogue)
 {
     QStringList titles;
     const qint32 count = int32At(catalogue, ContentCountOffset);
+    titles.reserve(qBound(0, count, int((catalogue.size() - FirstContentOffset) / ContentRecordSize)));
     // A count larger than the records present: stop at the last whole record and
     // keep the titles read so far.
     for (qint32 i = 0; i < count; ++i) {

@@ -71,6 +71,10 @@ void MVodInfoView::showMaximized()
 
 void MVodInfoView::finishedVod()
 {
+    // A repeated end of the same content finds the page closed already: the
+    // browser steps back once only.
+    if (isHidden())
+        return;
     if (owner && owner->currentLevel > 0)
         owner->currentLevel -= 1;
     close();

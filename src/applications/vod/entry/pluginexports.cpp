@@ -3,6 +3,7 @@
 #include "pluginexports.h"
 
 #include "applicationimpl.h"
+#include "moduletranslation.h"
 #include "vod.h"
 
 #include <QPointer>
@@ -68,4 +69,9 @@ extern "C" Q_DECL_EXPORT const QList<QtopiaIpcMessage> *videophone_traffic()
 extern "C" Q_DECL_EXPORT void videophone_select_transport()
 {
     QtopiaIpcTransport::selectDefault();
+}
+
+extern "C" Q_DECL_EXPORT bool videophone_install_translation(const char *locale)
+{
+    return locale && ModuleTranslation::install(QString::fromUtf8(locale));
 }

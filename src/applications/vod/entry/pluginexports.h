@@ -21,4 +21,9 @@ const QList<QtopiaIpcMessage> *videophone_traffic();
 // Picks the library's IPC transport for talking to other processes
 // (QtopiaIpcTransport::selectDefault()); a launcher calls it once at start-up.
 void videophone_select_transport();
+// Installs the module's translation for a locale name ("ko", "ko_KR.UTF-8"),
+// replacing the one installed before (ModuleTranslation::install()). True when
+// the module's texts are now in that language; English needs no translation.
+// Call it once the application object exists, before creating windows.
+bool videophone_install_translation(const char *locale);
 }

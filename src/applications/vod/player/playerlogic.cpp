@@ -60,6 +60,22 @@ QTime reportedTime(float seconds)
     return QTime(s / 3600, (s % 3600) / 60, s % 60, ms);
 }
 
+QString clockText(const QTime &time)
+{
+    if (!time.isValid())
+        return QString();
+    const int fields[3] = {time.hour(), time.minute(), time.second()};
+    QString text(8, Qt::Uninitialized);
+    QChar *out = text.data();
+    for (int i = 0; i < 3; ++i) {
+        if (i > 0)
+            *out++ = QLatin1Char(':');
+        *out++ = QLatin1Char(char('0' + fields[i] / 10));
+        *out++ = QLatin1Char(char('0' + fields[i] % 10));
+    }
+    return text;
+}
+
 bool lessThanOneSecondLeft(quint32 totalTime, float seconds)
 {
     return float(totalTime) - seconds * 1000.0f < 1000.0f;

@@ -29,6 +29,10 @@ quint32 pausedPositionMsecs(float pausedTime);
 // The time of a "currentTime(float)" report.
 QTime reportedTime(float seconds);
 
+// The time as QTime::toString("hh:mm:ss") gives it (empty for an invalid time),
+// without the locale's formatter, which costs more than the rest of a time report.
+QString clockText(const QTime &time);
+
 // Whether a time report at `seconds` leaves less than one second of content.
 bool lessThanOneSecondLeft(quint32 totalTime, float seconds);
 

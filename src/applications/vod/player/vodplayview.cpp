@@ -6,6 +6,7 @@
 #include "messaging/messagedata.h"
 #include "messaging/messagereader.h"
 #include "messaging/vodmessages.h"
+#include "playeraccessibleinterface.h"
 #include "playerlogic.h"
 #include "playscreen.h"
 #include "qdirectpainter.h"
@@ -24,6 +25,7 @@
 #include <QKeyEvent>
 #include <QPainter>
 #include <QPixmap>
+#include <QPointer>
 #include <QRegion>
 #include <QSettings>
 #include <QTimer>
@@ -82,6 +84,11 @@ VodPlayView::VodPlayView(vod *sender, playScreenType type, QWidget *parent)
     QTimer::singleShot(500, this, &VodPlayView::updatePlayScreen);
 
     setHomeKeyBlocked(this, true);
+
+    // So much of a player is drawn that assistive tools get its state as text,
+    // built only when they ask.
+    static const bool accessible = (QAccessible::installFactory(&PlayerAccessibleInterface::create), true);
+    Q_UNUSED(accessible);
 }
 
 VodPlayView::~VodPlayView()
@@ -134,8 +141,10 @@ void VodPlayView::resumeVod()
     const bool hideAroundNotice = screenType != SmallVodScreen;
     if (hideAroundNotice)
         setVisible(false);
+    // The notice's modal loop may delete this player.
+    const QPointer<VodPlayView> self(this);
     QNoticeDialog::information(this, tr("Now connecting server"), tr("Please try agian"), 2);
-    if (hideAroundNotice)
+    if (self && hideAroundNotice)
         setVisible(true);
 }
 
@@ -317,8 +326,12 @@ void VodPlayView::messageHandle(const QString &message, const QByteArray &data)
         }
     } else if (is(message, VodMessage::StopVideoPushApp)) {
         if (screenStatus == PausedForPush) {
+            // The notice runs a modal loop: the content may end, or its page be
+            // replaced with this player, before it returns.
+            const QPointer<VodPlayView> self(this);
             QNoticeDialog::information(this, tr("Video will be resumed"), QString(), 3);
-            resumeVod();
+            if (self && screenStatus == PausedForPush)
+                resumeVod();
         }
     } else if (is(message, VodMessage::CurrentTime)) {
         const float seconds = reader.readFloat();
@@ -355,7 +368,7 @@ void VodPlayView::updateFlowingTime(QTime currentTime)
 {
     currentMsecs = quint32(QTime(0, 0, 0, 0).msecsTo(currentTime));
     progressOffset = 0;
-    flowingTimeText = currentTime.toString(QStringLiteral("hh:mm:ss"));
+    flowingTimeText = PlayerLogic::clockText(currentTime);
     sliderTime = currentMsecs;
     if (currentMsecs >= totalTime && !totalTimeText.isEmpty()) {
         stopIfPresent(frameSliderTimer);
@@ -657,8 +670,8 @@ void VodPlayView::keyPressEvent(QKeyEvent *e)
             --volume;
         }
         // Sent again even at a limit, so the platform always has the level.
-        setVolume(volume);
         isMute = false;
+        setVolume(volume);
         update(QRegion(274, 157, 206, 3) + QRegion(422, 134, 50, 50));
         break;
     case Key_Headset: {

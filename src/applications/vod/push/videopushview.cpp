@@ -56,8 +56,8 @@ VideoPushView::VideoPushView(QWidget *parent, Qt::WindowFlags flags)
     // The envelope outlives showMaximized(), so the "hideVodFullScreen()" that
     // showing sends reaches a VOD player before the video manager hears of us.
     {
-        QtopiaIpcEnvelope executed(QLatin1String(VodChannel::VideoManager),
-                                   QLatin1String(VodMessage::PushAppExecuted));
+        QtopiaIpcEnvelope executed{QLatin1String(VodChannel::VideoManager),
+                                   QLatin1String(VodMessage::PushAppExecuted)};
         showMaximized();
     }
 }
@@ -190,8 +190,8 @@ void VideoPushView::pushMessageHandle(const QString &message, const QByteArray &
     } else if (is(message, VodMessage::StartPush)) {
         // Leaves last, after the volume: a VOD player gives up the display only
         // once the broadcast is set up.
-        QtopiaIpcEnvelope hide(QLatin1String(VodChannel::VideoApplication),
-                               QLatin1String(VodMessage::HideVodFullScreen));
+        QtopiaIpcEnvelope hide{QLatin1String(VodChannel::VideoApplication),
+                               QLatin1String(VodMessage::HideVodFullScreen)};
         requestPlay();
         if (!serverWatchdog) {
             serverWatchdog = new QTimer(this);
@@ -245,6 +245,10 @@ void VideoPushView::pushMessageHandle(const QString &message, const QByteArray &
     } else if (is(message, VodMessage::SetupFailPush)) {
         reader.readInt();
         QNoticeDialog::warning(this, tr("It's not broadcasting time"), QString(), 3);
+        // A start that came while the notice was up must not leave the
+        // watchdog running behind the closed view.
+        if (serverWatchdog)
+            serverWatchdog->stop();
         if (fullScreenView) {
             fullScreenView->screenStatus = Stopped;
             fullScreenView->close();
@@ -336,14 +340,14 @@ void VideoPushView::closeEvent(QCloseEvent *e)
 {
     Q_UNUSED(e);
     // Leaves the event accepted: a VOD player may take the display back.
-    QtopiaIpcEnvelope show(QLatin1String(VodChannel::VideoApplication),
-                           QLatin1String(VodMessage::ShowVodFullScreen));
+    QtopiaIpcEnvelope show{QLatin1String(VodChannel::VideoApplication),
+                           QLatin1String(VodMessage::ShowVodFullScreen)};
 }
 
 void VideoPushView::showEvent(QShowEvent *e)
 {
     Q_UNUSED(e);
     showMaximized();
-    QtopiaIpcEnvelope hide(QLatin1String(VodChannel::VideoApplication),
-                           QLatin1String(VodMessage::HideVodFullScreen));
+    QtopiaIpcEnvelope hide{QLatin1String(VodChannel::VideoApplication),
+                           QLatin1String(VodMessage::HideVodFullScreen)};
 }

@@ -3,6 +3,7 @@
 #include "devicekeys.h"
 #include "messaging/vodmessages.h"
 #include "player/emptybg.h"
+#include "player/playerlogic.h"
 #include "player/playscreen.h"
 #include "qtopiaipcenvelope.h"
 #include "vod.h"
@@ -113,7 +114,7 @@ void VodPlayFullScreenView::updateFlowingTime(QTime currentTime)
 {
     // Unlike the small layouts, a time report keeps the progress offset.
     currentMsecs = quint32(QTime(0, 0, 0, 0).msecsTo(currentTime));
-    flowingTimeText = currentTime.toString(QStringLiteral("hh:mm:ss"));
+    flowingTimeText = PlayerLogic::clockText(currentTime);
     sliderTime = currentMsecs;
 
     if (currentMsecs >= totalTime && !totalTimeText.isEmpty()) {

@@ -88,7 +88,9 @@ void VodPlaySmallScreenView::messageHandle(const QString &message, const QByteAr
         fullScreenView->messageHandle(message, data);
     } else {
         VodPlayView::messageHandle(message, data);
-        if (self && QApplication::focusWidget() == this)
+        // A time report changes no label, and the whole-dialog repaint of
+        // updateSoftKeys() would undo its read-out-only repaint.
+        if (self && QApplication::focusWidget() == this && !is(message, VodMessage::CurrentTime))
             updateSoftKeys();
     }
     if (!self)
@@ -134,8 +136,13 @@ void VodPlaySmallScreenView::setServerIsDown()
 
     const QPointer<VodPlaySmallScreenView> self(this);
     QNoticeDialog::information(this, tr("A video has been stopped by the VCS server."), QString(), 3);
-    if (!self)
+    // The notice's modal loop may have deleted the player, or the content ended
+    // meanwhile and closed it: nothing is left to stop.
+    if (!self || (screenStatus == Stopped && isHidden()))
         return;
+    // A time report during the notice restarted the watchdog.
+    if (serverWatchdog)
+        serverWatchdog->stop();
 
     screenStatus = Stopped;
     stopVod();
@@ -253,8 +260,8 @@ void VodPlaySmallScreenView::hangUp(QKeyEvent *e)
     ignoreNextNotification = true;
     {
         // Prepared first, sent when it goes out of scope: after the stop request.
-        QtopiaIpcEnvelope envelope(QLatin1String(VodChannel::VideoApplication),
-                                   QLatin1String(VodMessage::HangUpBySmallScreen));
+        QtopiaIpcEnvelope envelope{QLatin1String(VodChannel::VideoApplication),
+                                   QLatin1String(VodMessage::HangUpBySmallScreen)};
         if (screenStatus == Playing || screenStatus == Paused) {
             screenStatus = Stopping;
             playScreen->showPlayIcon = true;

@@ -17,6 +17,8 @@ private slots:
     void seekTarget();
     void pausedPosition_data();
     void pausedPosition();
+    void clockText_data();
+    void clockText();
     void videoWindowRect_data();
     void videoWindowRect();
     void volumeColor_data();
@@ -86,6 +88,24 @@ void tst_PlayerLogic::pausedPosition()
     QFETCH(float, seconds);
     QFETCH(quint32, msecs);
     QCOMPARE(PlayerLogic::pausedPositionMsecs(seconds), msecs);
+}
+
+void tst_PlayerLogic::clockText_data()
+{
+    QTest::addColumn<QTime>("time");
+    QTest::newRow("midnight") << QTime(0, 0);
+    QTest::newRow("milliseconds not shown") << QTime(1, 2, 3, 999);
+    QTest::newRow("two-digit fields") << QTime(10, 59, 45);
+    QTest::newRow("last second of the day") << QTime(23, 59, 59, 999);
+    QTest::newRow("a day or more is invalid") << PlayerLogic::reportedTime(86400.0f);
+    QTest::newRow("null") << QTime();
+}
+
+// The read-out is the text that QTime::toString gives for the format.
+void tst_PlayerLogic::clockText()
+{
+    QFETCH(QTime, time);
+    QCOMPARE(PlayerLogic::clockText(time), time.toString(QStringLiteral("hh:mm:ss")));
 }
 
 void tst_PlayerLogic::videoWindowRect_data()

@@ -11,6 +11,7 @@
 #include "vodplayer/vodplayfullscreenview.h"
 
 #include <QApplication>
+#include <QPaintEvent>
 #include <QPointer>
 #include <QScopeGuard>
 #include <QSettings>
@@ -55,6 +56,32 @@ WatchdogState watchdogState(const VodPlaySmallScreenView &player)
         return NoWatchdog;
     return player.serverWatchdog->isActive() ? WatchdogRunning : WatchdogStopped;
 }
+
+// Adds up the regions a widget and the widgets inside it paint, in its coordinates.
+class PaintSpy : public QObject
+{
+public:
+    PaintSpy(QWidget *window, QRegion &painted) : window(window), painted(painted)
+    {
+        qApp->installEventFilter(this);
+    }
+    ~PaintSpy() override { qApp->removeEventFilter(this); }
+
+protected:
+    bool eventFilter(QObject *watched, QEvent *event) override
+    {
+        if (event->type() == QEvent::Paint && watched->isWidgetType()) {
+            auto *widget = static_cast<QWidget *>(watched);
+            if (widget == window || window->isAncestorOf(widget))
+                painted += static_cast<QPaintEvent *>(event)->region().translated(widget->mapTo(window, QPoint()));
+        }
+        return false;
+    }
+
+private:
+    QWidget *window;
+    QRegion &painted;
+};
 
 } // namespace
 
@@ -664,6 +691,28 @@ private slots:
         QCOMPARE(QSoftMenuBar::label(&rig.player, Qt::Key_Select).pixmap, idleSelect);
         rig.notify(VodMessage::ResumedOKVod);
         QCOMPARE(QSoftMenuBar::label(&rig.player, Qt::Key_Select).pixmap, playingSelect);
+    }
+
+    // The soft keys follow notifications, but a time report changes none of
+    // them: it repaints the read-out only, also while the player has the focus.
+    void focusedTimeReportRepaintsReadoutOnly()
+    {
+        Rig rig;
+        rig.notify(VodMessage::StartOKVod);
+        rig.player.animationTimer->stop();
+        rig.player.show();
+        rig.player.activateWindow();
+        QTRY_COMPARE(QApplication::focusWidget(), &rig.player);
+        QTRY_VERIFY(rig.player.playScreenReady);
+        QTRY_VERIFY(!rig.player.flowingTimeRect.isNull());
+        flushEvents();
+
+        QRegion painted;
+        PaintSpy spy(&rig.player, painted);
+        rig.notify(VodMessage::CurrentTime, messageData(50.0f));
+        flushEvents();
+        QCOMPARE(rig.player.flowingTime(), QStringLiteral("00:00:50"));
+        QCOMPARE(painted, QRegion(398, 91, 100, 40) & rig.player.rect());
     }
 
 };
