@@ -10,12 +10,14 @@
 #include "trafficprinter.h"
 
 #include "entry/pluginexports.h"
+#include "framehooks.h"
 #include "qapplicationplugin.h"
 
 #include <QAbstractEventDispatcher>
 #include <QApplication>
 #include <QFileInfo>
 #include <QKeyEvent>
+#include <QLocale>
 #include <QTimer>
 
 #include <cstdio>
@@ -93,6 +95,19 @@ bool Launcher::loadPlugin()
     return true;
 }
 
+void Launcher::installTranslation()
+{
+    // Plugins without translations do not export the function; they simply stay untranslated.
+    using InstallTranslation = bool (*)(const char *);
+    const auto install = resolve<InstallTranslation>(library, "videophone_install_translation");
+    if (!install)
+        return;
+    const QString locale = options.language.isEmpty() ? QLocale::system().name() : options.language;
+    // The system's locale often has no translation, which is no news; a chosen one is.
+    if (!install(locale.toUtf8().constData()) && !options.language.isEmpty())
+        printError(tr("the plugin has no translation for %1: its texts stay untranslated").arg(locale));
+}
+
 QWidget *Launcher::createWindow(LauncherScreen *screen)
 {
     if (options.vod) {
@@ -152,11 +167,13 @@ int Launcher::exec()
     if (const auto selectTransport =
             resolve<decltype(&videophone_select_transport)>(library, "videophone_select_transport"))
         selectTransport();
+    installTranslation();
 
     qApp->installEventFilter(new KeyTranslator(this));
     auto *launcherScreen = new LauncherScreen;
+    launcherScreen->setFrameHooks(FrameHooks::fromLibrary(library));
     screen = launcherScreen;
-    connect(launcherScreen, &LauncherScreen::closed, qApp, &QCoreApplication::quit);
+    connect(launcherScreen, &LauncherScreen::closed, this, &Launcher::quit);
     launcherScreen->show();
 
     window = createWindow(launcherScreen);
@@ -167,7 +184,7 @@ int Launcher::exec()
         return 1;
     }
     auto *watcher = new MainWindowWatcher(window, this);
-    connect(watcher, &MainWindowWatcher::gone, qApp, &QCoreApplication::quit, Qt::QueuedConnection);
+    connect(watcher, &MainWindowWatcher::gone, this, &Launcher::quit, Qt::QueuedConnection);
 
     if (options.keys) {
         auto *reader = new KeyNameReader(STDIN_FILENO, this);
@@ -175,9 +192,11 @@ int Launcher::exec()
         connect(reader, &KeyNameReader::finished, this, &Launcher::inputFinished);
     }
     if (options.quitAfterMsecs >= 0)
-        QTimer::singleShot(options.quitAfterMsecs, qApp, &QCoreApplication::quit);
+        QTimer::singleShot(options.quitAfterMsecs, this, &Launcher::quit);
 
-    const int code = QApplication::exec();
+    int code = QApplication::exec();
+    if (!grabDisplay() || grabFailed)
+        code = code ? code : 1;
 
     // The window belongs to the launcher, which closes it as the platform does
     // when an application ends; what it sends on its way out is traced too.
@@ -188,6 +207,25 @@ int Launcher::exec()
     if (printer)
         printer->flush();
     return code;
+}
+
+bool Launcher::grabDisplay()
+{
+    if (options.grabPath.isEmpty() || grabbed || !screen)
+        return true;
+    grabbed = true;
+    if (screen->screenImage().save(options.grabPath, "PNG"))
+        return true;
+    printError(tr("cannot write the screen picture to %1").arg(options.grabPath));
+    return false;
+}
+
+void Launcher::quit()
+{
+    // Quitting closes every window: the display is taken while it still shows them.
+    if (!grabDisplay())
+        grabFailed = true;
+    QCoreApplication::quit();
 }
 
 void Launcher::queueKey(const QString &name)
@@ -215,7 +253,7 @@ void Launcher::deliverNext()
     if (pendingKeys.isEmpty()) {
         delivering = false;
         if (inputDone)
-            QCoreApplication::quit();
+            quit();
         return;
     }
     // The next key is due before this one is handled: a key that opens a modal

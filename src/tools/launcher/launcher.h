@@ -30,6 +30,10 @@ public:
         bool trace = false;
         bool usePluginLoader = false;
         int quitAfterMsecs = -1;
+        // The locale whose translation the plugin installs (empty: the system's).
+        QString language;
+        // Where to write the display's picture when the launch ends (empty: nowhere).
+        QString grabPath;
     };
 
     explicit Launcher(const Options &options, QObject *parent = nullptr);
@@ -43,6 +47,10 @@ public:
 
 private:
     bool loadPlugin();
+    void installTranslation();
+    // Writes the display's picture for --grab, once; false if it cannot be written.
+    bool grabDisplay();
+    void quit();
     QWidget *createWindow(LauncherScreen *screen);
     void queueKey(const QString &name);
     void inputFinished();
@@ -60,4 +68,6 @@ private:
     QQueue<QString> pendingKeys;
     bool delivering = false;
     bool inputDone = false;
+    bool grabbed = false;
+    bool grabFailed = false;
 };

@@ -4,6 +4,7 @@
 
 #include <QApplication>
 #include <QCommandLineParser>
+#include <QLocale>
 
 #include <cstdio>
 
@@ -17,7 +18,10 @@ QString description()
 {
     QStringList lines{
         text("Loads the video phone's application plugin and launches one of its applications"),
-        text("on a 480 x 272 screen, as the phone's quick-launcher does."),
+        text("on a 480 x 272 screen, as the phone's quick-launcher does. The screen shows what the"),
+        text("phone would: the platform's title bar and soft-key bar around the module's windows, and a"),
+        text("moving test picture where the video manager would draw the video (the rectangle of the"),
+        text("last \"changeVodWindow(int,int,int,int)\", the position of the last \"currentTime(float)\")."),
         QString(),
         text("Keyboard keys that stand for the device's keys:"),
     };
@@ -79,8 +83,16 @@ int main(int argc, char **argv)
     const QCommandLineOption quitAfterOption(QStringLiteral("quit-after"),
                                              text("Exit after this many milliseconds."),
                                              QStringLiteral("ms"));
+    const QCommandLineOption langOption(
+        QStringLiteral("lang"),
+        text("The locale of the module's texts (default: the system's, now %1).").arg(QLocale::system().name()),
+        QStringLiteral("locale"));
+    const QCommandLineOption grabOption(
+        QStringLiteral("grab"),
+        text("When the launch ends, write what the display shows (title bar, windows, soft keys) as a PNG file."),
+        QStringLiteral("file"));
     parser.addOptions({moduleOption, listOption, keyOption, vodOption, keysOption, traceOption, pluginLoaderOption,
-                       quitAfterOption});
+                       quitAfterOption, langOption, grabOption});
     parser.process(app);
 
     Launcher::Options options;
@@ -91,6 +103,8 @@ int main(int argc, char **argv)
     options.keys = parser.isSet(keysOption);
     options.trace = parser.isSet(traceOption);
     options.usePluginLoader = parser.isSet(pluginLoaderOption);
+    options.language = parser.value(langOption);
+    options.grabPath = parser.value(grabOption);
     if (options.vod && parser.isSet(keyOption)) {
         std::fprintf(stderr, "qpe-launcher: %s\n", qPrintable(text("--key and --vod exclude each other")));
         return 1;

@@ -1,6 +1,7 @@
 #include <QDir>
 #include <QFile>
 #include <QLibraryInfo>
+#include <QImage>
 #include <QProcess>
 #include <QTemporaryDir>
 #include <QtTest>
@@ -23,6 +24,8 @@ private slots:
     void keysReachTheFocusedWindow();
     void unknownKeyNameIsReportedAndSkipped();
     void quitAfter();
+    void grabShowsTheDisplay();
+    void langChoosesTheModulesTexts();
     void vodBrowserQuitsWhenItsWindowCloses();
     void helpDescribesKeys();
     void offscreenWithoutDisplay();
@@ -242,6 +245,71 @@ void tst_Launcher::quitAfter()
     QCOMPARE(result.exitCode, 0);
     QVERIFY(clock.elapsed() >= 300);
     QVERIFY(result.out.contains(QStringLiteral("QPE/VideoManager pushAppExecuted()")));
+}
+
+void tst_Launcher::grabShowsTheDisplay()
+{
+    QTemporaryDir out;
+    QVERIFY(out.isValid());
+    const QString file = out.filePath(QStringLiteral("screen.png"));
+    // The push view's video area opens 500 ms after it is shown.
+    const Run result =
+        run({QStringLiteral("--quit-after"), QStringLiteral("1200"), QStringLiteral("--grab"), file}, QByteArray(), false);
+    QCOMPARE(result.exitCode, 0);
+    QCOMPARE(result.launcherErrors(), QStringList());
+
+    const QImage shot(file);
+    QCOMPARE(shot.size(), QSize(480, 272));
+    const QRgb titleBar = shot.pixel(0, 0);
+    const QRgb softKeyBar = shot.pixel(0, 271);
+    for (int x : {0, 240, 479}) {
+        QCOMPARE(shot.pixel(x, 30), titleBar);
+        QVERIFY(shot.pixel(x, 31) != titleBar);
+        QCOMPARE(shot.pixel(x, 241), softKeyBar);
+        QVERIFY(shot.pixel(x, 240) != softKeyBar);
+    }
+    QVERIFY(titleBar != softKeyBar);
+    // The title's icon, and the label of Back (an image of the plugin) in the right-hand cell.
+    QVERIFY(shot.pixel(15, 15) != titleBar);
+    bool backDrawn = false;
+    for (int x = 360; x < 480 && !backDrawn; ++x)
+        backDrawn = shot.pixel(x, 256) != softKeyBar;
+    QVERIFY(backDrawn);
+    // The small player's video area (8, 39, 256, 194) shows the test picture,
+    // whose first colour bar is light grey; the frame around it does not.
+    QCOMPARE(shot.pixel(30, 140), qRgb(235, 235, 235));
+    QCOMPARE(shot.pixel(263, 40), qRgb(16, 16, 235));
+    QVERIFY(shot.pixel(264, 40) != qRgb(16, 16, 235));
+}
+
+void tst_Launcher::langChoosesTheModulesTexts()
+{
+    // Without loading it here: the plugin's symbol table names the export or not.
+    QFile module(QStringLiteral(MODULE_PATH));
+    QVERIFY(module.open(QIODevice::ReadOnly));
+    if (!module.readAll().contains("videophone_install_translation"))
+        QSKIP("this plugin carries no translations");
+
+    QTemporaryDir out;
+    QVERIFY(out.isValid());
+    QList<QImage> titles;
+    for (const QString &locale : {QStringLiteral("en_US"), QStringLiteral("ko_KR")}) {
+        const QString file = out.filePath(locale + QStringLiteral(".png"));
+        const Run result = run({QStringLiteral("--quit-after"), QStringLiteral("300"), QStringLiteral("--grab"), file,
+                                QStringLiteral("--lang"), locale},
+                               QByteArray(), false);
+        QCOMPARE(result.exitCode, 0);
+        if (locale.startsWith(QLatin1String("ko")) && !result.launcherErrors().isEmpty()) {
+            QCOMPARE(result.launcherErrors(),
+                     QStringList(QStringLiteral("qpe-launcher: the plugin has no translation for ko_KR: its texts "
+                                                "stay untranslated")));
+            QSKIP("this plugin was built without its Korean translation");
+        }
+        titles.append(QImage(file).copy(0, 0, 480, 31));
+        QVERIFY(!titles.constLast().isNull());
+    }
+    // The push view's title "Video Contents;Broadcast" is drawn in the chosen language.
+    QVERIFY(titles.at(0) != titles.at(1));
 }
 
 void tst_Launcher::vodBrowserQuitsWhenItsWindowCloses()

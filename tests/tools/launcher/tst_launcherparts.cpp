@@ -1,10 +1,23 @@
+#include "devicekeys.h"
 #include "displaychoice.h"
+#include "entry/applicationimpl.h"
+#include "entry/frameexports.h"
+#include "framehooks.h"
 #include "keynamereader.h"
 #include "launcherscreen.h"
 #include "mainwindowwatcher.h"
 #include "pluginlocator.h"
 #include "pluginverification.h"
+#include "push/videopushfullview.h"
+#include "push/videopushview.h"
+#include "screencompositor.h"
+#include "testenvironment.h"
+#include "testpicture.h"
 #include "trafficprinter.h"
+#include "videofeed.h"
+
+#include "messaging/messagedata.h"
+#include "messaging/vodmessages.h"
 
 #include <QApplication>
 #include <QCloseEvent>
@@ -15,8 +28,29 @@
 #include <QTemporaryDir>
 #include <QtTest>
 
+#include <QPainter>
+
 #include <cstdio>
+#include <memory>
 #include <unistd.h>
+
+namespace {
+// The frame's view of the module, through the functions the plugin exports.
+FrameHooks moduleHooks()
+{
+    return FrameHooks(&videophone_soft_keys, &videophone_listen);
+}
+
+// The test picture alone, as the frame paints it under the windows.
+QImage referencePicture(const QRect &rect, double seconds)
+{
+    QImage image(ScreenCompositor::Width, ScreenCompositor::Height, QImage::Format_ARGB32_Premultiplied);
+    image.fill(Qt::black);
+    QPainter painter(&image);
+    TestPicture::paint(&painter, rect, seconds);
+    return image;
+}
+}
 
 // The launcher's pieces that work without a plugin.
 class tst_LauncherParts : public QObject
@@ -24,6 +58,7 @@ class tst_LauncherParts : public QObject
     Q_OBJECT
 
 private slots:
+    void initTestCase() { env = std::make_unique<TestEnvironment>(); }
     void cleanup();
 
     void verification_data();
@@ -40,6 +75,14 @@ private slots:
     void watcherReportsDeletion();
     void screenTakesMaximizedWindows_data();
     void screenTakesMaximizedWindows();
+    void videoFeedFollowsTheWire_data();
+    void videoFeedFollowsTheWire();
+    void frameShowsPushPlayer_data();
+    void frameShowsPushPlayer();
+    void frameCentresPopUpsOverWindows();
+
+private:
+    std::unique_ptr<TestEnvironment> env;
 };
 
 void tst_LauncherParts::cleanup()
@@ -334,6 +377,151 @@ void tst_LauncherParts::screenTakesMaximizedWindows()
     } else {
         QCOMPARE(window.size(), QSize(200, 100));
     }
+}
+
+void tst_LauncherParts::videoFeedFollowsTheWire_data()
+{
+    QTest::addColumn<QString>("channel");
+    QTest::addColumn<QString>("message");
+    QTest::addColumn<QByteArray>("data");
+    QTest::addColumn<QRect>("window");
+    QTest::addColumn<double>("seconds");
+
+    const QRect small = VideoFeed::SmallWindow;
+    QTest::newRow("wide window") << VodChannel::VideoManager << VodMessage::ChangeVodWindow
+                                 << QByteArray::fromHex("0000000000000000000001e00000010f") << QRect(0, 0, 480, 271)
+                                 << 0.0;
+    QTest::newRow("short window block") << VodChannel::VideoManager << VodMessage::ChangeVodWindow
+                                        << QByteArray::fromHex("000000000000000000000100") << small << 0.0;
+    QTest::newRow("empty window") << VodChannel::VideoManager << VodMessage::ChangeVodWindow
+                                  << QByteArray::fromHex("0000000000000000000000000000010f") << small << 0.0;
+    QTest::newRow("push time") << VodChannel::PushApplication << VodMessage::CurrentTime
+                               << QByteArray::fromHex("41480000") << small << 12.5;
+    QTest::newRow("VOD time") << VodChannel::VideoApplication << VodMessage::CurrentTime
+                              << QByteArray::fromHex("43200000") << small << 160.0;
+    QTest::newRow("short time block") << VodChannel::VideoApplication << VodMessage::CurrentTime
+                                      << QByteArray::fromHex("414800") << small << 0.0;
+    QTest::newRow("time on another channel")
+        << VodChannel::CallManager << VodMessage::CurrentTime << QByteArray::fromHex("41480000") << small << 0.0;
+}
+
+void tst_LauncherParts::videoFeedFollowsTheWire()
+{
+    QFETCH(QString, channel);
+    QFETCH(QString, message);
+    QFETCH(QByteArray, data);
+    QFETCH(QRect, window);
+    QFETCH(double, seconds);
+
+    VideoFeed feed(moduleHooks());
+    deliver(channel, message, data);
+    QCOMPARE(feed.window(), window);
+    QCOMPARE(feed.seconds(), seconds);
+}
+
+void tst_LauncherParts::frameShowsPushPlayer_data()
+{
+    QTest::addColumn<bool>("full");
+    QTest::addColumn<QRect>("video");
+    QTest::newRow("small player") << false << QRect(8, 39, 256, 194);
+    // The 4:3 full-screen view: the picture's window, over the whole height.
+    QTest::newRow("full screen") << true << QRect(0, 0, 363, 272);
+}
+
+void tst_LauncherParts::frameShowsPushPlayer()
+{
+    QFETCH(bool, full);
+    QFETCH(QRect, video);
+
+    LauncherScreen screen;
+    screen.setFrameHooks(moduleHooks());
+    screen.show();
+    ApplicationImpl factory;
+    std::unique_ptr<VideoPushView> push(
+        qobject_cast<VideoPushView *>(factory.createMainWindow(QStringLiteral("videoPush"), &screen, {})));
+    QVERIFY(push);
+    deliver(VodChannel::PushApplication, VodMessage::StartPush);
+    QTRY_VERIFY(push->screenStatus == VodPlayView::Playing && push->playScreenReady);
+    if (full) {
+        pressKey(push.get(), Key_Video4);
+        QVERIFY(push->fullScreenView);
+        QTRY_VERIFY(push->fullScreenView->isVisible() && push->fullScreenView->playScreenReady);
+    }
+    // The window that the module asked the video manager for, through the plugin's transport.
+    QTRY_COMPARE(screen.compositor()->videoFeed()->window(), video);
+    deliver(VodChannel::PushApplication, VodMessage::CurrentTime, messageData(42.0f));
+
+    const QImage shot = screen.screenImage();
+    QCOMPARE(shot.size(), QSize(480, 272));
+    const QImage reference = referencePicture(video, 42.0);
+    QVERIFY(reference != referencePicture(video, 41.0));
+
+    // Inside the video window the picture shows through; just outside it, the window's own drawing.
+    const QList<QPoint> inside{video.topLeft(), video.topRight(), video.bottomLeft(), video.bottomRight(),
+                               video.center()};
+    for (const QPoint &p : inside)
+        QVERIFY2(shot.pixel(p) == reference.pixel(p), qPrintable(QStringLiteral("at %1,%2").arg(p.x()).arg(p.y())));
+    const QPoint right = video.topRight() + QPoint(1, 0);
+    QVERIFY(shot.pixel(right) != reference.pixel(right));
+    if (!full) {
+        for (const QPoint &p : {video.topLeft() - QPoint(1, 0), video.topLeft() - QPoint(0, 1),
+                                video.bottomLeft() + QPoint(0, 1)})
+            QVERIFY2(shot.pixel(p) != reference.pixel(p), qPrintable(QStringLiteral("at %1,%2").arg(p.x()).arg(p.y())));
+    }
+
+    // The title bar fills rows 0 to 30 and the soft-key bar rows 241 to 271,
+    // unless the full-screen view covers the display.
+    for (int x : {0, 240, 479}) {
+        for (int y : {0, 30})
+            QCOMPARE(shot.pixel(x, y) == ScreenCompositor::TitleBarColour, !full);
+        for (int y : {241, 271})
+            QCOMPARE(shot.pixel(x, y) == ScreenCompositor::SoftKeyBarColour, !full);
+        QVERIFY(shot.pixel(x, 31) != ScreenCompositor::TitleBarColour);
+        QVERIFY(shot.pixel(x, 240) != ScreenCompositor::SoftKeyBarColour);
+    }
+    // The push view's Back label: its image, drawn in the soft-key bar's right cell.
+    if (!full) {
+        bool drawn = false;
+        for (int x = 360; x < 480 && !drawn; ++x)
+            drawn = shot.pixel(x, 256) != ScreenCompositor::SoftKeyBarColour;
+        QVERIFY(drawn);
+    }
+
+    push.reset();
+}
+
+void tst_LauncherParts::frameCentresPopUpsOverWindows()
+{
+    LauncherScreen screen;
+    screen.show();
+    const auto coloured = [](QRgb colour, const QSize &size) {
+        auto *w = new QDialog;
+        QPalette p = w->palette();
+        p.setColor(QPalette::Window, QColor::fromRgb(colour));
+        w->setPalette(p);
+        w->resize(size);
+        return std::unique_ptr<QDialog>(w);
+    };
+    const auto window = coloured(0xff0000ff, QSize(100, 100));
+    const auto popUp = coloured(0xffff0000, QSize(200, 100));
+    window->showMaximized();
+    popUp->show();
+    QTRY_VERIFY(popUp->isVisible());
+
+    QImage shot = screen.screenImage();
+    QCOMPARE(shot.pixel(140, 86), 0xffff0000u);
+    QCOMPARE(shot.pixel(339, 185), 0xffff0000u);
+    QCOMPARE(shot.pixel(139, 86), 0xff0000ffu);
+    QCOMPARE(shot.pixel(140, 186), 0xff0000ffu);
+    QCOMPARE(shot.pixel(0, 31), 0xff0000ffu);
+    QCOMPARE(shot.pixel(0, 240), 0xff0000ffu);
+    QCOMPARE(shot.pixel(0, 30), ScreenCompositor::TitleBarColour);
+
+    // Shown again, the maximized window comes over the pop-up.
+    window->hide();
+    window->showMaximized();
+    shot = screen.screenImage();
+    QCOMPARE(shot.pixel(140, 86), 0xff0000ffu);
 }
 
 QTEST_MAIN(tst_LauncherParts)
