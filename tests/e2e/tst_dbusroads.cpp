@@ -1,0 +1,479 @@
+#include <QDBusConnection>
+#include <QDBusMessage>
+#include <QDeadlineTimer>
+#include <QDir>
+#include <QElapsedTimer>
+#include <QFile>
+#include <QProcess>
+#include <QRegularExpression>
+#include <QTemporaryDir>
+#include <QtTest>
+
+#include <memory>
+
+// The launcher and the simulated video manager as separate programs on one
+// D-Bus session bus (the test runs under dbus-run-session). Keys go to the
+// launcher's standard input; what happens is read from the launcher's trace
+// (every message the module sends), the simulator's log and the bus itself.
+// LAUNCHER_PATH, SIMULATOR_PATH, DBUS_SEND and DBUS_MONITOR come from the build.
+
+namespace {
+
+// The simulator's one second lasts 50 ms.
+const QString TimeScale = QStringLiteral("0.05");
+
+// A program whose output is collected line by line as it comes.
+class Program : public QObject
+{
+public:
+    Program(const QString &name, const QString &path, const QStringList &arguments, const QProcessEnvironment &env)
+        : name(name)
+    {
+        process.setProcessEnvironment(env);
+        connect(&process, &QProcess::readyReadStandardOutput, this,
+                [this] { take(process.readAllStandardOutput(), outPart, out); });
+        connect(&process, &QProcess::readyReadStandardError, this,
+                [this] { take(process.readAllStandardError(), errPart, err); });
+        process.start(path, arguments);
+    }
+    ~Program() override
+    {
+        if (process.state() != QProcess::NotRunning) {
+            process.kill();
+            process.waitForFinished(5000);
+        }
+    }
+
+    void write(const QByteArray &text) { process.write(text); }
+    void closeInput() { process.closeWriteChannel(); }
+    bool running() const { return process.state() != QProcess::NotRunning; }
+    int exitCode() const { return process.exitCode(); }
+    QProcess::ExitStatus exitStatus() const { return process.exitStatus(); }
+
+    QString dump() const
+    {
+        return QStringLiteral("--- %1 stdout:\n%2\n--- %1 stderr:\n%3\n")
+            .arg(name, out.join(QLatin1Char('\n')), err.join(QLatin1Char('\n')));
+    }
+
+    QString name;
+    QProcess process;
+    QStringList out;
+    QStringList err;
+
+private:
+    static void take(const QByteArray &bytes, QByteArray &part, QStringList &lines)
+    {
+        part += bytes;
+        qsizetype end;
+        while ((end = part.indexOf('\n')) >= 0) {
+            lines << QString::fromUtf8(part.left(end));
+            part.remove(0, end + 1);
+        }
+    }
+
+    QByteArray outPart;
+    QByteArray errPart;
+};
+
+// Every signal of the module's interface on the bus, in the bus's order, as
+// "path member hex".
+class BusWatch : public QObject
+{
+    Q_OBJECT
+
+public:
+    explicit BusWatch(QDBusConnection bus) : bus(bus)
+    {
+        // QDBusConnection offers only the string form of the slot.
+        ok = bus.connect(QString(), QString(), QStringLiteral("com.trolltech.qtopia"), QString(), this,
+                         SLOT(seen(QDBusMessage)));
+    }
+    ~BusWatch() override
+    {
+        bus.disconnect(QString(), QString(), QStringLiteral("com.trolltech.qtopia"), QString(), this,
+                       SLOT(seen(QDBusMessage)));
+    }
+
+    bool ok = false;
+    QStringList lines;
+
+private slots:
+    void seen(const QDBusMessage &message)
+    {
+        QString line = message.path().section(QLatin1Char('/'), -1) + QLatin1Char(' ') + message.member();
+        if (!message.arguments().isEmpty() && !message.arguments().constFirst().toByteArray().isEmpty())
+            line += QLatin1Char(' ') + QString::fromLatin1(message.arguments().constFirst().toByteArray().toHex());
+        lines << line;
+    }
+
+private:
+    QDBusConnection bus;
+};
+
+// The index of the first line from `from` on that matches, waiting for it; -1
+// when none came in time.
+qsizetype waitForLine(const QStringList &lines, const QString &pattern, qsizetype from = 0, int timeoutMs = 10000)
+{
+    const QRegularExpression re(pattern);
+    QDeadlineTimer deadline(timeoutMs);
+    for (;;) {
+        for (qsizetype i = from; i < lines.size(); ++i)
+            if (re.match(lines.at(i)).hasMatch())
+                return i;
+        if (deadline.hasExpired())
+            return -1;
+        QTest::qWait(10);
+    }
+}
+
+qsizetype countLines(const QStringList &lines, const QString &pattern)
+{
+    return lines.filter(QRegularExpression(pattern)).size();
+}
+
+} // namespace
+
+class tst_DBusRoads : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase();
+    void init();
+    void cleanup();
+
+    void pushRoad();
+    void pushSetupFailure();
+    void vodRoad();
+    void vodServerSilence();
+    void nonQtPeer();
+
+private:
+    QProcessEnvironment environment() const;
+    bool startSimulator(const QStringList &options);
+    void startLauncher(const QStringList &options);
+    QString dumps() const;
+    // Waits until the launcher has handled every notification the bus carried so
+    // far: a probe sent now reaches it after all of them.
+    bool settle();
+    // Waits for the notification on the bus, then for the launcher to have handled it.
+    bool handled(const QString &member);
+    void key(const char *name) { launcher->write(QByteArray(name) + '\n'); }
+
+    QTemporaryDir root;
+    std::unique_ptr<BusWatch> bus;
+    std::unique_ptr<Program> simulator;
+    std::unique_ptr<Program> launcher;
+    std::unique_ptr<Program> monitor;
+};
+
+// A failed test shows every program's output (cleanup()).
+#define WAIT_LINE(index, lines, pattern, from, timeout)                                                        \
+    const qsizetype index = waitForLine(lines, pattern, from, timeout);                                         \
+    QVERIFY2(index >= 0, qPrintable(QStringLiteral("no line matching %1").arg(pattern)))
+
+#define SETTLE(member) QVERIFY2(handled(QStringLiteral(member)), member " not seen on the bus or not handled")
+
+void tst_DBusRoads::initTestCase()
+{
+    QVERIFY2(QDBusConnection::sessionBus().isConnected(),
+             "no session bus: run this test under dbus-run-session (ctest does)");
+    QVERIFY(root.isValid());
+    for (const char *dir : {"tmp/status", "tmp/systemdb", "settings", "runtime"})
+        QVERIFY(QDir(root.path()).mkpath(QLatin1String(dir)));
+    QVERIFY(QFile::setPermissions(root.filePath(QStringLiteral("runtime")),
+                                  QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner));
+
+    QFile catalogue(root.filePath(QStringLiteral("catalogue.json")));
+    QVERIFY(catalogue.open(QIODevice::WriteOnly));
+    catalogue.write(R"({"groups": [
+        {"name": "News", "parts": [{"name": "Today", "titles": [{"name": "Noon", "length": 60}]}]},
+        {"name": "Drama", "parts": [
+            {"name": "Season 1", "titles": [{"name": "Pilot", "length": 40}]},
+            {"name": "Season 2", "titles": [{"name": "Opening", "length": 30},
+                                            {"name": "Finale", "length": 3723.5}]}]}]})");
+}
+
+void tst_DBusRoads::init()
+{
+    bus = std::make_unique<BusWatch>(QDBusConnection::sessionBus());
+    QVERIFY(bus->ok);
+}
+
+void tst_DBusRoads::cleanup()
+{
+    // E2E_DUMP=1 shows what every program said, also when the test passed.
+    if (QTest::currentTestFailed() || qEnvironmentVariableIsSet("E2E_DUMP"))
+        qInfo().noquote() << dumps();
+    launcher.reset();
+    simulator.reset();
+    monitor.reset();
+    bus.reset();
+}
+
+QProcessEnvironment tst_DBusRoads::environment() const
+{
+    QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
+    env.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("offscreen"));
+    env.insert(QStringLiteral("QPE_IPC_TRANSPORT"), QStringLiteral("dbus"));
+    env.insert(QStringLiteral("QPE_ROOT"), root.path());
+    env.insert(QStringLiteral("QPE_NOTICE_TIMEOUT"), QStringLiteral("0"));
+    env.insert(QStringLiteral("XDG_CONFIG_HOME"), root.filePath(QStringLiteral("settings")));
+    env.insert(QStringLiteral("XDG_RUNTIME_DIR"), root.filePath(QStringLiteral("runtime")));
+    env.insert(QStringLiteral("QT_LOGGING_RULES"), QStringLiteral("VOD.debug=true"));
+    return env;
+}
+
+QString tst_DBusRoads::dumps() const
+{
+    QString text;
+    for (const Program *p : {launcher.get(), simulator.get(), monitor.get()})
+        if (p)
+            text += p->dump();
+    if (bus)
+        text += QStringLiteral("--- bus:\n") + bus->lines.join(QLatin1Char('\n'));
+    return text;
+}
+
+bool tst_DBusRoads::startSimulator(const QStringList &options)
+{
+    simulator = std::make_unique<Program>(
+        QStringLiteral("videomanager-sim"), QStringLiteral(SIMULATOR_PATH),
+        QStringList{QStringLiteral("--time-scale"), TimeScale, QStringLiteral("--catalogue"),
+                    root.filePath(QStringLiteral("catalogue.json"))} + options,
+        environment());
+    // It says it is ready once it listens.
+    return waitForLine(simulator->out, QStringLiteral("-- ready:")) >= 0;
+}
+
+void tst_DBusRoads::startLauncher(const QStringList &options)
+{
+    // Standard input stays open: the run ends when the module's window closes.
+    launcher = std::make_unique<Program>(QStringLiteral("qpe-launcher"), QStringLiteral(LAUNCHER_PATH),
+                                         QStringList{QStringLiteral("--trace"), QStringLiteral("--keys")} + options,
+                                         environment());
+}
+
+bool tst_DBusRoads::settle()
+{
+    // A message the module's transport refuses (a text where it takes a byte
+    // array) has no effect but a warning, which tells that everything before it
+    // has been handled: the transport hands each message to its handlers before
+    // it takes the next.
+    const QString refused = QStringLiteral("ignored \"?e2eProbe\\(\\)\"?");
+    const qsizetype before = countLines(launcher->err, refused);
+    QDBusMessage probe = QDBusMessage::createSignal(QStringLiteral("/com/trolltech/qtopia/QPE_2FVideoApplication"),
+                                                    QStringLiteral("com.trolltech.qtopia"),
+                                                    QStringLiteral("e2eProbe_28_29"));
+    probe << QStringLiteral("probe");
+    if (!QDBusConnection::sessionBus().send(probe))
+        return false;
+    QDeadlineTimer deadline(10000);
+    while (countLines(launcher->err, refused) == before) {
+        if (deadline.hasExpired())
+            return false;
+        QTest::qWait(10);
+    }
+    return true;
+}
+
+bool tst_DBusRoads::handled(const QString &member)
+{
+    return waitForLine(bus->lines, QStringLiteral("^QPE_2FVideoApplication ") + QRegularExpression::escape(member))
+        >= 0
+        && settle();
+}
+
+// Start, a call that pauses and resumes the broadcast, and Back, which ends it:
+// the window closes and the launcher ends by itself.
+void tst_DBusRoads::pushRoad()
+{
+    QElapsedTimer clock;
+    clock.start();
+    QVERIFY(startSimulator({QStringLiteral("--call-at"), QStringLiteral("3"), QStringLiteral("--call-length"),
+                            QStringLiteral("2")}));
+    startLauncher({});
+
+    WAIT_LINE(resumed, launcher->out, QStringLiteral("^QPE/VideoManager resumePush\\(\\)$"), 0, 10000);
+    const QStringList expected{
+        QStringLiteral("QPE/VideoApplication hideVodFullScreen()"),
+        QStringLiteral("QPE/VideoManager pushAppExecuted()"),
+        QStringLiteral("QPE/VideoApplication startVideoPushApp()"),
+        QStringLiteral("QPE/VideoManager playPush(QString) 00000004302e3000"),
+        QStringLiteral("QPE/CallManager setVolume_vod(int) 00000000"),
+        QStringLiteral("QPE/VideoApplication hideVodFullScreen()"),
+        QStringLiteral("QPE/VideoManager pausePush()"),
+        QStringLiteral("QPE/VideoManager resumePush()"),
+    };
+    QCOMPARE(launcher->out.mid(0, resumed + 1), expected);
+    // The pause answers the call, the resume its end.
+    WAIT_LINE(call, simulator->out, QStringLiteral("-> QPE/PushApplication startcall\\(\\)"), 0, 5000);
+    WAIT_LINE(pause, simulator->out, QStringLiteral("<- QPE/VideoManager pausePush\\(\\)"), call, 5000);
+    WAIT_LINE(callEnd, simulator->out, QStringLiteral("-> QPE/PushApplication stopcall\\(\\)"), pause, 5000);
+    WAIT_LINE(resume, simulator->out, QStringLiteral("<- QPE/VideoManager resumePush\\(\\)"), callEnd, 5000);
+
+    key("Back");
+    QTRY_VERIFY_WITH_TIMEOUT(!launcher->running(), 10000);
+    QCOMPARE(launcher->exitStatus(), QProcess::NormalExit);
+    QCOMPARE(launcher->exitCode(), 0);
+    QCOMPARE(launcher->out.mid(resumed + 1), (QStringList{QStringLiteral("QPE/VideoManager stopUIPush()"),
+                                                           QStringLiteral("QPE/VideoManager stopPush()"),
+                                                           QStringLiteral("QPE/VideoApplication showVodFullScreen()")}));
+    WAIT_LINE(endOK, simulator->out, QStringLiteral("-> QPE/PushApplication endOKPush\\(\\)"), resume, 5000);
+    qInfo("push road: %lld ms", qint64(clock.elapsed()));
+}
+
+// The broadcast cannot start: after the warning the viewer closes and the launcher ends.
+void tst_DBusRoads::pushSetupFailure()
+{
+    QVERIFY(startSimulator({QStringLiteral("--fail-setup-push"), QStringLiteral("4")}));
+    startLauncher({});
+    QTRY_VERIFY_WITH_TIMEOUT(!launcher->running(), 10000);
+    QCOMPARE(launcher->exitCode(), 0);
+    QCOMPARE(launcher->out, (QStringList{QStringLiteral("QPE/VideoApplication hideVodFullScreen()"),
+                                          QStringLiteral("QPE/VideoManager pushAppExecuted()"),
+                                          QStringLiteral("QPE/VideoApplication showVodFullScreen()")}));
+    QCOMPARE(simulator->out.filter(QStringLiteral("-> QPE/PushApplication setupFailPush(int) 4")).size(), 1);
+}
+
+// Three levels down, set up, play, pause, resume, seek, stop; the browser is
+// back at the titles (two Backs reach the groups, which are asked for again).
+void tst_DBusRoads::vodRoad()
+{
+    QElapsedTimer clock;
+    clock.start();
+    QVERIFY(startSimulator({}));
+    startLauncher({QStringLiteral("--vod")});
+
+    SETTLE("getGroupList_28_29");
+    key("Down");
+    key("Select");
+    key("Down");
+    key("Select");
+    WAIT_LINE(contents, launcher->out, QStringLiteral("^QPE/VideoManager requestContents\\(int,int\\) 0000000100000001$"),
+              0, 5000);
+    SETTLE("getContentsList_28_29");
+    key("Down");
+    key("Select");
+    WAIT_LINE(setup, launcher->out, QStringLiteral("^QPE/VideoManager setupVod\\(int\\) 00000002$"), contents, 5000);
+    SETTLE("setupOKVod_28int_2Cint_2Cint_2Cfloat_2Cfloat_2Cfloat_29");
+    key("Context1");
+    SETTLE("startOKVod_28_29");
+    WAIT_LINE(start, simulator->out, QStringLiteral("<- QPE/VideoManager startVod\\(QString\\) \"0\"$"), 0, 5000);
+    // Pause once the player has had two seconds of reports (2.0f is 40000000).
+    WAIT_LINE(reported, bus->lines, QStringLiteral("^QPE_2FVideoApplication currentTime_28float_29 40000000$"), 0,
+              5000);
+    QVERIFY(settle());
+
+    key("Select");
+    WAIT_LINE(pause, launcher->out, QStringLiteral("^QPE/VideoManager pauseVod\\(int\\) 00000000$"), setup, 5000);
+    SETTLE("pauseOKVod_28float_29");
+    key("Select");
+    WAIT_LINE(resume, launcher->out, QStringLiteral("^QPE/VideoManager resumeVod\\(QString\\) "), pause, 5000);
+    // It resumes where the pause left it.
+    WAIT_LINE(paused, simulator->out, QStringLiteral("-> QPE/VideoApplication pauseOKVod\\(float\\) "), start, 5000);
+    const QString position = simulator->out.at(paused).section(QLatin1Char(' '), -1);
+    QVERIFY2(position.toDouble() >= 2, qPrintable(position));
+    WAIT_LINE(resumedAt, simulator->out,
+              QStringLiteral("<- QPE/VideoManager resumeVod\\(QString\\) \"%1\"$").arg(position), paused, 5000);
+    SETTLE("resumedOKVod_28_29");
+
+    // Two forward presses make one seek of 10 s, a second after the last press.
+    key("Context1");
+    key("Context1");
+    WAIT_LINE(seek, launcher->out, QStringLiteral("^QPE/VideoManager forwardVod\\(QString\\) "), resume, 5000);
+    WAIT_LINE(moved, simulator->out, QStringLiteral("-- position now \\d+(\\.\\d+)? of 3723.5$"), resumedAt, 5000);
+
+    key("Back");
+    WAIT_LINE(stop, launcher->out, QStringLiteral("^QPE/VideoManager stopVod\\(\\)$"), seek, 5000);
+    SETTLE("endOKVod_28_29");
+    key("Back");
+    key("Back");
+    WAIT_LINE(again, launcher->out, QStringLiteral("^QPE/VideoManager requestGroupList\\(\\)$"), stop, 5000);
+    QCOMPARE(launcher->out.mid(stop + 1, again - stop), QStringList{QStringLiteral("QPE/VideoManager requestGroupList()")});
+
+    launcher->closeInput();
+    QTRY_VERIFY_WITH_TIMEOUT(!launcher->running(), 10000);
+    QCOMPARE(launcher->exitCode(), 0);
+    qInfo("VOD road: %lld ms", qint64(clock.elapsed()));
+}
+
+// The video manager falls silent after the start: ten seconds after its last
+// report the player gives up (its notice dismisses itself here) and asks to stop.
+void tst_DBusRoads::vodServerSilence()
+{
+    QVERIFY(startSimulator({QStringLiteral("--silent-after"), QStringLiteral("2")}));
+    startLauncher({QStringLiteral("--vod")});
+
+    SETTLE("getGroupList_28_29");
+    key("Select");
+    key("Select");
+    SETTLE("getContentsList_28_29");
+    key("Select");
+    SETTLE("setupOKVod_28int_2Cint_2Cint_2Cfloat_2Cfloat_2Cfloat_29");
+    key("Context1");
+    SETTLE("startOKVod_28_29");
+    WAIT_LINE(silent, simulator->out, QStringLiteral("-- silent from now on"), 0, 5000);
+    QElapsedTimer sinceSilence;
+    sinceSilence.start();
+
+    WAIT_LINE(stop, launcher->out, QStringLiteral("^QPE/VideoManager stopVod\\(\\)$"), 0, 15000);
+    QVERIFY2(sinceSilence.elapsed() >= 9000, qPrintable(QString::number(sinceSilence.elapsed())));
+    WAIT_LINE(unanswered, simulator->out,
+              QStringLiteral("<- QPE/VideoManager stopVod\\(\\) \\(silent: not answered\\)"), silent, 5000);
+    // The browser stays.
+    QVERIFY(settle());
+    QVERIFY(launcher->running());
+    launcher->closeInput();
+    QTRY_VERIFY_WITH_TIMEOUT(!launcher->running(), 10000);
+    QCOMPARE(launcher->exitCode(), 0);
+}
+
+// A peer that is not Qt: dbus-send starts the broadcast, dbus-monitor sees the
+// module answer in the designed order.
+void tst_DBusRoads::nonQtPeer()
+{
+    monitor = std::make_unique<Program>(
+        QStringLiteral("dbus-monitor"), QStringLiteral(DBUS_MONITOR),
+        QStringList{QStringLiteral("--session"), QStringLiteral("type='signal',interface='com.trolltech.qtopia'")},
+        environment());
+    startLauncher({});
+    // Once the monitor shows the view's first request, the view listens and the monitor watches.
+    WAIT_LINE(announced, monitor->out, QStringLiteral("member=pushAppExecuted_28_29$"), 0, 10000);
+
+    QProcess send;
+    send.start(QStringLiteral(DBUS_SEND),
+               {QStringLiteral("--session"), QStringLiteral("--type=signal"),
+                QStringLiteral("/com/trolltech/qtopia/QPE_2FPushApplication"),
+                QStringLiteral("com.trolltech.qtopia.startPush_28_29"), QStringLiteral("array:byte:")});
+    QVERIFY(send.waitForFinished(5000));
+    QCOMPARE(send.exitCode(), 0);
+
+    WAIT_LINE(last, monitor->out, QStringLiteral("QPE_2FVideoApplication; .*member=hideVodFullScreen_28_29$"),
+              announced + 1, 10000);
+    QStringList signals_;
+    for (const QString &line : monitor->out.mid(announced + 1, last - announced)) {
+        static const QRegularExpression signal(QStringLiteral("^signal .* path=/com/trolltech/qtopia/(\\S+); "
+                                                              "interface=com.trolltech.qtopia; member=(\\S+)$"));
+        const QRegularExpressionMatch m = signal.match(line);
+        if (m.hasMatch())
+            signals_ << m.captured(1) + QLatin1Char(' ') + m.captured(2);
+        else if (line.trimmed().contains(QRegularExpression(QStringLiteral("^([0-9a-f]{2} )*[0-9a-f]{2}$"))))
+            signals_.last() += QLatin1Char(' ') + line.trimmed();
+    }
+    QCOMPARE(signals_, (QStringList{
+                           QStringLiteral("QPE_2FPushApplication startPush_28_29"),
+                           QStringLiteral("QPE_2FVideoApplication startVideoPushApp_28_29"),
+                           QStringLiteral("QPE_2FVideoManager playPush_28QString_29 00 00 00 04 30 2e 30 00"),
+                           QStringLiteral("QPE_2FCallManager setVolume_5Fvod_28int_29 00 00 00 00"),
+                           QStringLiteral("QPE_2FVideoApplication hideVodFullScreen_28_29"),
+                       }));
+
+    launcher->closeInput();
+    QTRY_VERIFY_WITH_TIMEOUT(!launcher->running(), 10000);
+    QCOMPARE(launcher->exitCode(), 0);
+}
+
+QTEST_GUILESS_MAIN(tst_DBusRoads)
+#include "tst_dbusroads.moc"
