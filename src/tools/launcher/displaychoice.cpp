@@ -13,3 +13,9 @@ bool needsOffscreenPlatform(const QProcessEnvironment &environment, const QStrin
     }
     return true;
 }
+
+void useDeviceFontResolution()
+{
+    if (qEnvironmentVariableIsEmpty("QT_FONT_DPI"))
+        qputenv("QT_FONT_DPI", "72");
+}

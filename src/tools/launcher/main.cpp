@@ -52,6 +52,7 @@ int main(int argc, char **argv)
         std::fprintf(stderr, "qpe-launcher: %s\n", qPrintable(text("no display found, using the offscreen platform")));
     }
 
+    useDeviceFontResolution();
     QApplication app(argc, argv);
     QCoreApplication::setApplicationName(QStringLiteral("qpe-launcher"));
     QCoreApplication::setApplicationVersion(QStringLiteral(VIDEOPHONE_VERSION));

@@ -1,6 +1,7 @@
 // storyboard: runs a scripted session of the video phone module against the
 // simulated video manager and writes one picture of the device's display per
 // step, with an index.html.
+#include "displaychoice.h"
 #include "launcherscreen.h"
 #include "phonesession.h"
 #include "storyboard.h"
@@ -54,6 +55,7 @@ int main(int argc, char **argv)
         qputenv("XDG_CONFIG_HOME", QFile::encodeName(root.filePath(QStringLiteral("settings"))));
     }
 
+    useDeviceFontResolution();
     QApplication app(argc, argv);
     QCoreApplication::setApplicationName(QStringLiteral("storyboard"));
 
