@@ -1,0 +1,312 @@
+// Files written by other processes, changed or broken under the module: the
+// catalogues between their announcement and their reading, the phone status
+// file, and the marker of a video manager still connecting.
+#include "browser/mvodlistview.h"
+#include "messaging/vodmessages.h"
+#include "player/playscreen.h"
+#include "qwaitwidget.h"
+#include "testenvironment.h"
+#include "vod.h"
+#include "vodcatalogue.h"
+#include "vodcataloguefixture.h"
+#include "vodplayer/vodplayfullscreenview.h"
+#include "vodplayer/vodplaysmallscreenview.h"
+
+#include <QApplication>
+#include <QDir>
+#include <QImage>
+#include <QRandomGenerator>
+#include <QRegularExpression>
+#include <QTest>
+
+#include <memory>
+
+using namespace VodCatalogueFixture;
+
+namespace {
+
+const QString marker = QStringLiteral("/tmp/status/vod_setup_status");
+const QString phoneStatus = QStringLiteral("/tmp/status/PhoneStatus.conf");
+const QString manager = QLatin1String(VodChannel::VideoManager);
+
+enum Change { Removed, Emptied, CountBeyondRecords, NegativeCount, Replaced, Directory };
+
+void notify(const char *message)
+{
+    deliver(QLatin1String(VodChannel::VideoApplication), QLatin1String(message));
+}
+
+void select(vod &w, int row)
+{
+    w.listView->setCurrentRow(row);
+    pressKey(w.listView, Qt::Key_Select, Qt::KeypadModifier);
+}
+
+QStringList rows(const vod &w)
+{
+    QStringList texts;
+    for (int i = 0; i < w.listView->count(); ++i)
+        texts << w.listView->item(i)->text();
+    return texts;
+}
+
+QByteArray junk(int size)
+{
+    QByteArray bytes(size, '\0');
+    QRandomGenerator generator(4711);
+    for (char &c : bytes)
+        c = char(generator.bounded(256));
+    return bytes;
+}
+
+} // namespace
+
+class tst_BadFiles : public QObject
+{
+    Q_OBJECT
+
+    std::unique_ptr<TestEnvironment> env;
+
+    void change(const char *file, Change how, const QByteArray &replacement);
+
+private slots:
+    void initTestCase() { env = std::make_unique<TestEnvironment>(); }
+    void init()
+    {
+        env->remove(marker);
+        env->remove(phoneStatus);
+        env->writeFile(VodCatalogue::GroupFile, groupFile({Group{"g0", {"p0"}}, Group{"g1", {"p1"}}}));
+        env->writeFile(VodCatalogue::ContentsFile, contentsFile({"t0", "t1"}));
+        QtopiaIpcTransport::clearTraffic();
+    }
+    void cleanup()
+    {
+        QDir(env->path(VodCatalogue::GroupFile)).removeRecursively();
+        QDir(env->path(VodCatalogue::ContentsFile)).removeRecursively();
+        QTRY_VERIFY(QApplication::topLevelWidgets().isEmpty());
+    }
+
+    void groupFileChanged_data();
+    void groupFileChanged();
+    void contentsFileChanged_data();
+    void contentsFileChanged();
+    void phoneStatusFile_data();
+    void phoneStatusFile();
+    void junkPhoneStatusPaints();
+    void markerBetweenResumes_data();
+    void markerBetweenResumes();
+};
+
+void tst_BadFiles::change(const char *file, Change how, const QByteArray &replacement)
+{
+    env->remove(QLatin1String(file));
+    switch (how) {
+    case Removed:
+        QTest::ignoreMessage(QtDebugMsg, QRegularExpression("vodMessageHandle \\d+ stat error$"));
+        break;
+    case Directory:
+        QDir().mkpath(env->path(QLatin1String(file)));
+        break;
+    default:
+        env->writeFile(QLatin1String(file), replacement);
+        break;
+    }
+}
+
+void tst_BadFiles::groupFileChanged_data()
+{
+    QTest::addColumn<int>("how");
+    QTest::addColumn<QByteArray>("replacement");
+    QTest::addColumn<QStringList>("shown");
+    QTest::addColumn<QStringList>("firstGroupParts");
+
+    const QByteArray two = groupFile({Group{"n0", {"q0", "q1"}}, Group{"n1", {}}});
+    // The list on screen stays, but the catalogue behind it is gone.
+    QTest::newRow("removed") << int(Removed) << QByteArray() << QStringList{"g0", "g1"} << QStringList();
+    QTest::newRow("emptied") << int(Emptied) << QByteArray() << QStringList() << QStringList();
+    QTest::newRow("half written") << int(CountBeyondRecords) << two.left(4 + 1772 + 900)
+                                  << QStringList{"n0"} << QStringList{"q0", "q1"};
+    // No group is listed, but the first record is still where parts are read.
+    QTest::newRow("negative count") << int(NegativeCount) << int32le(-7) + two.mid(4) << QStringList()
+                                    << QStringList{"q0", "q1"};
+    QTest::newRow("replaced") << int(Replaced) << two << QStringList{"n0", "n1"} << QStringList{"q0", "q1"};
+    QTest::newRow("directory") << int(Directory) << QByteArray() << QStringList() << QStringList();
+}
+
+// The video manager announces the group list, but the file changed before it is
+// read: the browser shows what it can read, never more.
+void tst_BadFiles::groupFileChanged()
+{
+    QFETCH(int, how);
+    QFETCH(QByteArray, replacement);
+    QFETCH(QStringList, shown);
+    QFETCH(QStringList, firstGroupParts);
+
+    vod w;
+    w.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&w));
+    notify(VodMessage::GetGroupList);
+    QCOMPARE(rows(w), QStringList({"g0", "g1"}));
+
+    change(VodCatalogue::GroupFile, Change(how), replacement);
+    notify(VodMessage::GetGroupList);
+    QCOMPARE(rows(w), shown);
+    QCOMPARE(w.currentLevel, int(GroupLevel));
+    QCOMPARE(w.partNames(0), firstGroupParts);
+    if (w.listView->count() > 0) {
+        select(w, 0);
+        QCOMPARE(w.currentLevel, int(PartLevel));
+        QCOMPARE(rows(w), firstGroupParts);
+    }
+}
+
+void tst_BadFiles::contentsFileChanged_data()
+{
+    QTest::addColumn<int>("how");
+    QTest::addColumn<QByteArray>("replacement");
+    QTest::addColumn<QStringList>("shown");
+    QTest::addColumn<int>("level");
+
+    const QByteArray three = contentsFile({"u0", "u1", "u2"});
+    QTest::newRow("removed") << int(Removed) << QByteArray() << QStringList() << int(PartLevel);
+    QTest::newRow("emptied") << int(Emptied) << QByteArray() << QStringList() << int(ContentsLevel);
+    QTest::newRow("half written") << int(CountBeyondRecords) << three.left(16 + 2 * 240 + 10)
+                                  << QStringList{"u0", "u1"} << int(ContentsLevel);
+    QTest::newRow("negative count") << int(NegativeCount) << contentsFile({"u0"}, -1) << QStringList()
+                                    << int(ContentsLevel);
+    QTest::newRow("replaced") << int(Replaced) << three << QStringList{"u0", "u1", "u2"}
+                              << int(ContentsLevel);
+    QTest::newRow("directory") << int(Directory) << QByteArray() << QStringList() << int(ContentsLevel);
+}
+
+// The same for the contents list; a title chosen from it asks for the row the
+// list shows, and a list that ended up empty offers nothing to choose.
+void tst_BadFiles::contentsFileChanged()
+{
+    QFETCH(int, how);
+    QFETCH(QByteArray, replacement);
+    QFETCH(QStringList, shown);
+    QFETCH(int, level);
+
+    vod w;
+    w.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&w));
+    notify(VodMessage::GetGroupList);
+    select(w, 1);
+    select(w, 0);
+    QCOMPARE(signaturesOn(manager).constLast(), QLatin1String(VodMessage::RequestContents));
+
+    change(VodCatalogue::ContentsFile, Change(how), replacement);
+    notify(VodMessage::GetContentsList);
+    QCOMPARE(rows(w), shown);
+    QCOMPARE(w.currentLevel, level);
+
+    QtopiaIpcTransport::clearTraffic();
+    select(w, shown.size() - 1);
+    if (level == ContentsLevel && !shown.isEmpty())
+        QCOMPARE(signaturesOn(manager), QStringList({QLatin1String(VodMessage::SetupVod)}));
+    else
+        QCOMPARE(signaturesOn(manager), QStringList());
+}
+
+void tst_BadFiles::phoneStatusFile_data()
+{
+    QTest::addColumn<QByteArray>("contents");
+    QTest::addColumn<bool>("up");
+    QTest::newRow("call screen up (control)") << QByteArray("[Phone]\nCallWindowStatus=1\n") << true;
+    QTest::newRow("dialer up, call negative")
+        << QByteArray("[Phone]\nCallWindowStatus=-5\nDialerWindowStatus=2\n") << true;
+    QTest::newRow("largest int") << QByteArray("[Phone]\nCallWindowStatus=2147483647\n") << true;
+    QTest::newRow("beyond int") << QByteArray("[Phone]\nCallWindowStatus=99999999999999999999\n") << false;
+    QTest::newRow("not a number") << QByteArray("[Phone]\nCallWindowStatus=abc\nDialerWindowStatus=\n")
+                                  << false;
+    QTest::newRow("float") << QByteArray("[Phone]\nCallWindowStatus=0.9\n") << false;
+    QTest::newRow("no section") << QByteArray("CallWindowStatus=1\n") << false;
+    QTest::newRow("binary junk") << junk(4096) << false;
+    // A file the settings reader cannot parse is read as a whole as nothing.
+    QTest::newRow("junk before a good line")
+        << junk(300).replace('\n', 'x') + "\n[Phone]\nDialerWindowStatus=1\n" << false;
+    QTest::newRow("huge") << QByteArray(8 << 20, '[') << false;
+}
+
+// The phone application's status file: anything that is not a positive integer
+// reads as "no phone screen".
+void tst_BadFiles::phoneStatusFile()
+{
+    QFETCH(QByteArray, contents);
+    QFETCH(bool, up);
+    env->writeFile(phoneStatus, contents);
+    QCOMPARE(PlayScreen::phoneScreenUp(), up);
+}
+
+// A playing player paints over a junk status file as if no phone screen were up:
+// the video area stays open (transparent).
+void tst_BadFiles::junkPhoneStatusPaints()
+{
+    env->writeFile(phoneStatus, junk(4096));
+    VodPlaySmallScreenView player(nullptr, nullptr);
+    player.screenStatus = VodPlayView::Playing;
+    player.playScreenReady = true;
+    player.playScreen->showPlayIcon = false;
+    player.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&player));
+    QTRY_VERIFY(player.isActiveWindow());
+    player.focusLost = false;
+    const QImage image = player.playScreen->grab().toImage();
+    QCOMPARE(qAlpha(image.pixel(8 + 128, 8 + 97)), 0);
+    player.close();
+}
+
+void tst_BadFiles::markerBetweenResumes_data()
+{
+    QTest::addColumn<bool>("fullScreen");
+    QTest::newRow("small player") << false;
+    QTest::newRow("full-screen player") << true;
+}
+
+// The marker of a video manager still connecting comes and goes between two
+// resumes: each resume looks again. While it is there the resume is refused
+// with a notice (a full-screen player is hidden while the notice is up), and
+// the status stays.
+void tst_BadFiles::markerBetweenResumes()
+{
+    QFETCH(bool, fullScreen);
+    vod browser;
+    std::unique_ptr<VodPlayView> player;
+    if (fullScreen)
+        player = std::make_unique<VodPlayFullScreenView>(&browser, nullptr);
+    else
+        player = std::make_unique<VodPlaySmallScreenView>(&browser, nullptr);
+    player->screenStatus = VodPlayView::Paused;
+    player->pausedTime = 42.0f;
+    player->show();
+    QVERIFY(QTest::qWaitForWindowExposed(player.get()));
+
+    QList<bool> visibleDuringNotice;
+    NoticeRecorder notices([&](const QNoticeDialog::Notice &) { visibleDuringNotice << player->isVisible(); });
+    const QList<bool> markerSteps = {true, false, true, true, false};
+    int refused = 0;
+    for (bool markerThere : markerSteps) {
+        if (markerThere)
+            env->writeFile(marker, QByteArray());
+        else
+            env->remove(marker);
+        QtopiaIpcTransport::clearTraffic();
+        player->resumeVod();
+        if (markerThere) {
+            ++refused;
+            QCOMPARE(signaturesOn(manager), QStringList());
+            QCOMPARE(notices.notices.constLast().text, QStringLiteral("Now connecting server"));
+            QCOMPARE(notices.notices.constLast().detail, QStringLiteral("Please try agian"));
+        } else {
+            QCOMPARE(signaturesOn(manager), QStringList({QLatin1String(VodMessage::ResumeVod)}));
+        }
+        QCOMPARE(notices.notices.size(), refused);
+        QCOMPARE(player->screenStatus, VodPlayView::Paused);
+        QVERIFY(player->isVisible());
+    }
+    QCOMPARE(visibleDuringNotice, QList<bool>(refused, !fullScreen));
+}
+
+QTEST_MAIN(tst_BadFiles)
+#include "tst_badfiles.moc"

@@ -1,0 +1,272 @@
+// Floods of notifications: the players must neither grow (memory, objects,
+// timers) nor lose their state however many arrive.
+#include "browser/mvodinfoview.h"
+#include "browser/mvodlistview.h"
+#include "devicekeys.h"
+#include "messaging/messagecatalogue.h"
+#include "messaging/messagedata.h"
+#include "messaging/vodmessages.h"
+#include "testenvironment.h"
+#include "vod.h"
+#include "vodcatalogue.h"
+#include "vodcataloguefixture.h"
+#include "vodplayer/vodplayfullscreenview.h"
+#include "vodplayer/vodplaysmallscreenview.h"
+
+#include <QApplication>
+#include <QFile>
+#include <QPointer>
+#include <QRandomGenerator>
+#include <QTest>
+#include <QTimer>
+
+#include <unistd.h>
+
+#include <memory>
+
+using namespace VodCatalogueFixture;
+
+#if defined(__SANITIZE_ADDRESS__)
+#define VOD_ASAN 1
+#elif defined(__has_feature)
+#if __has_feature(address_sanitizer)
+#define VOD_ASAN 1
+#endif
+#endif
+
+namespace {
+
+const QString application = QLatin1String(VodChannel::VideoApplication);
+
+qint64 residentBytes()
+{
+    QFile statm(QStringLiteral("/proc/self/statm"));
+    if (!statm.open(QIODevice::ReadOnly))
+        return -1;
+    const QList<QByteArray> fields = statm.readAll().split(' ');
+    return fields.size() > 1 ? fields.at(1).toLongLong() * sysconf(_SC_PAGESIZE) : -1;
+}
+
+struct Census
+{
+    qsizetype objects = 0;
+    qsizetype timers = 0;
+    qsizetype windows = 0;
+    bool operator==(const Census &o) const
+    {
+        return objects == o.objects && timers == o.timers && windows == o.windows;
+    }
+};
+
+// Every object and timer below the browser and the player (a sibling window).
+Census census(const vod &browser, const QWidget &player)
+{
+    return Census{browser.findChildren<QObject *>().size() + player.findChildren<QObject *>().size(),
+                  browser.findChildren<QTimer *>().size() + player.findChildren<QTimer *>().size(),
+                  QApplication::topLevelWidgets().size()};
+}
+
+char *toString(const Census &c)
+{
+    return QTest::toString(QStringLiteral("%1 objects, %2 timers, %3 windows")
+                               .arg(c.objects).arg(c.timers).arg(c.windows));
+}
+
+QByteArray randomArguments(const MessageEntry &entry, QRandomGenerator &random)
+{
+    QByteArray data;
+    QDataStream stream(&data, QIODevice::WriteOnly);
+    stream.setFloatingPointPrecision(QDataStream::SinglePrecision);
+    for (MessageEntry::ArgType type : entry.arguments) {
+        switch (type) {
+        case MessageEntry::Int:
+            stream << qint32(random.bounded(-2, 20));
+            break;
+        case MessageEntry::Float:
+            stream << float(random.bounded(200.0));
+            break;
+        case MessageEntry::String:
+            stream << QString::number(random.bounded(200.0));
+            break;
+        case MessageEntry::CString:
+            stream << "0.0";
+            break;
+        }
+    }
+    return data;
+}
+
+} // namespace
+
+// The browser at the information page of a 01:40 title, its player playing.
+struct Rig
+{
+    vod browser;
+    QPointer<VodPlaySmallScreenView> player;
+    int notices = 0;
+
+    Rig()
+    {
+        // Notices are counted, not kept: a flood must not fill a list.
+        QNoticeDialog::setPresenter([this](const QNoticeDialog::Notice &) { ++notices; });
+    }
+    ~Rig() { QNoticeDialog::setPresenter({}); }
+
+    bool open()
+    {
+        browser.show();
+        notify(VodMessage::GetGroupList);
+        browser.listView->setCurrentRow(0);
+        pressKey(browser.listView, Qt::Key_Select, Qt::KeypadModifier);
+        pressKey(browser.listView, Qt::Key_Select, Qt::KeypadModifier);
+        notify(VodMessage::GetContentsList);
+        pressKey(browser.listView, Qt::Key_Select, Qt::KeypadModifier);
+        notify(VodMessage::SetupOKVod, messageData(qint32(1), qint32(1), qint32(1), 0.0f, 100.0f, 0.0f));
+        if (!browser.infoView)
+            return false;
+        player = browser.infoView->playView;
+        pressKey(browser.infoView, Qt::Key_Context1);
+        notify(VodMessage::StartOKVod);
+        if (!QTest::qWaitForWindowExposed(player))
+            return false;
+        flushEvents();
+        return player->screenStatus == VodPlayView::Playing;
+    }
+
+    void notify(const char *message, const QByteArray &data = QByteArray())
+    {
+        deliver(application, QLatin1String(message), data);
+    }
+
+    // count time reports of 0.5 to 98.5 s (the last of a run of 100,000 is
+    // 9.5 s), the transport's queue and the traffic log kept short as a running
+    // event loop would.
+    void reportTimes(int count)
+    {
+        for (int i = 0; i < count; ++i) {
+            notify(VodMessage::CurrentTime, messageData(float(i % 99) + 0.5f));
+            if (i % 1000 == 999)
+                settle();
+        }
+        settle();
+    }
+
+    static void settle()
+    {
+        flushEvents();
+        QtopiaIpcTransport::clearTraffic();
+    }
+};
+
+class tst_Floods : public QObject
+{
+    Q_OBJECT
+
+    std::unique_ptr<TestEnvironment> env;
+
+private slots:
+    void initTestCase()
+    {
+        env = std::make_unique<TestEnvironment>();
+        env->writeFile(VodCatalogue::GroupFile, groupFile({Group{"g0", {"p0"}}}));
+        env->writeFile(VodCatalogue::ContentsFile, contentsFile({"t0"}));
+    }
+    void cleanup() { QTRY_VERIFY(QApplication::topLevelWidgets().isEmpty()); }
+
+    void timeReports();
+    void randomNotifications();
+};
+
+// 100,000 time reports into the small player, then 100,000 into the full-screen one.
+void tst_Floods::timeReports()
+{
+    Rig rig;
+    QVERIFY(rig.open());
+    rig.player->setTotalTime(QStringLiteral("00:01:40"));
+
+    for (bool fullScreen : {false, true}) {
+        if (fullScreen) {
+            rig.player->playScreenReady = true;
+            pressKey(rig.player, Key_Video4);
+            QVERIFY(rig.player->fullScreenShown);
+            QVERIFY(QTest::qWaitForWindowExposed(rig.player->fullScreenView));
+        }
+        VodPlayView *target = fullScreen ? static_cast<VodPlayView *>(rig.player->fullScreenView)
+                                         : rig.player.data();
+        rig.reportTimes(2000); // warm-up
+        const Census before = census(rig.browser, *rig.player);
+        const qint64 rss = residentBytes();
+        rig.reportTimes(100000);
+        QCOMPARE(census(rig.browser, *rig.player), before);
+#ifndef VOD_ASAN
+        // Freed memory stays in AddressSanitizer's quarantine: no measure there.
+        QVERIFY2(residentBytes() - rss < 1024 * 1024,
+                 qPrintable(QStringLiteral("%1 bytes more").arg(residentBytes() - rss)));
+#else
+        Q_UNUSED(rss);
+#endif
+        // Still playing, the time at the last report, the watchdog armed.
+        QCOMPARE(target->screenStatus, VodPlayView::Playing);
+        QCOMPARE(target->flowingTime(), QStringLiteral("00:00:09"));
+        QVERIFY(rig.player->serverWatchdog->isActive());
+        QVERIFY(target->isVisible());
+    }
+    QCOMPARE(rig.notices, 0);
+}
+
+// 10,000 random valid notifications of the player's channel (the ones that end
+// the player or change the browser's level left out): nothing grows, and the player still follows
+// the next start and end.
+void tst_Floods::randomNotifications()
+{
+    Rig rig;
+    QVERIFY(rig.open());
+    rig.player->setTotalTime(QStringLiteral("00:01:40"));
+
+    QList<MessageEntry> entries;
+    // Left out: the ends, and the answers that move the browser to another level.
+    const QList<QByteArray> excluded = {VodMessage::EndOKVod,      VodMessage::SetupOKVod,
+                                        VodMessage::SetupFailVod,  VodMessage::StartFailVod,
+                                        VodMessage::GetGroupList,  VodMessage::GetContentsList,
+                                        VodMessage::HangUpBySmallScreen};
+    for (const MessageEntry &e : messageCatalogue())
+        if (e.channel == application && !excluded.contains(e.signature))
+            entries.append(e);
+
+    QRandomGenerator random(20261123);
+    const auto flood = [&](int count) {
+        for (int i = 0; i < count; ++i) {
+            const MessageEntry &e = entries.at(random.bounded(int(entries.size())));
+            rig.notify(e.signature, randomArguments(e, random));
+            if (i % 500 == 499)
+                Rig::settle();
+        }
+        Rig::settle();
+    };
+
+    flood(1000); // warm-up: the timers that come late exist from here on
+    const Census before = census(rig.browser, *rig.player);
+    const qint64 rss = residentBytes();
+    flood(10000);
+    QVERIFY(rig.player);
+    QCOMPARE(census(rig.browser, *rig.player), before);
+#ifndef VOD_ASAN
+    QVERIFY2(residentBytes() - rss < 1024 * 1024,
+             qPrintable(QStringLiteral("%1 bytes more").arg(residentBytes() - rss)));
+#else
+    Q_UNUSED(rss);
+#endif
+    QCOMPARE(rig.browser.currentLevel, int(MediaInfoLevel));
+
+    // Calls counted by the flood are over; the player starts and ends as ever.
+    rig.player->callCount = 0;
+    rig.notify(VodMessage::StartOKVod);
+    QCOMPARE(rig.player->screenStatus, VodPlayView::Playing);
+    rig.notify(VodMessage::EndOKVod);
+    QCOMPARE(rig.player->screenStatus, VodPlayView::Stopped);
+    QVERIFY(!rig.player->isVisible());
+    QCOMPARE(rig.browser.currentLevel, int(ContentsLevel));
+}
+
+QTEST_MAIN(tst_Floods)
+#include "tst_floods.moc"
