@@ -6,8 +6,10 @@ set -euo pipefail
 packages=(
     cmake g++ make pkg-config
     qt6-base-dev qt6-base-dev-tools
+    qt6-tools-dev qt6-tools-dev-tools qt6-l10n-tools
     libqt6dbus6 libqt6test6
     dbus-daemon dbus-bin
+    clang libclang-rt-14-dev valgrind
     fonts-dejavu-core fonts-nanum
 )
 
