@@ -7,6 +7,7 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QKeyEvent>
+#include <QPointer>
 #include <QSettings>
 #include <QTest>
 #include <QWidget>
@@ -91,4 +92,15 @@ void flushEvents()
 {
     QCoreApplication::sendPostedEvents();
     QCoreApplication::processEvents();
+}
+
+int deleteLeakedTopLevels()
+{
+    flushEvents();
+    QList<QPointer<QWidget>> leaked;
+    for (QWidget *w : QApplication::topLevelWidgets())
+        leaked << w;
+    for (const QPointer<QWidget> &w : leaked)
+        delete w.data();
+    return int(leaked.size());
 }

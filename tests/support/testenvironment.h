@@ -56,3 +56,7 @@ void pressKey(QWidget *widget, int key, Qt::KeyboardModifiers modifiers = Qt::No
 
 // Runs the posted events (the in-process transport delivers through them).
 void flushEvents();
+
+// Deletes every top-level widget still there and says how many there were, so
+// that a cleanup() can report a leak without failing every later test with it.
+int deleteLeakedTopLevels();

@@ -40,13 +40,7 @@ private slots:
     void cleanup()
     {
         ModuleTranslation::remove();
-        flushEvents();
-        QList<QPointer<QWidget>> leaked;
-        for (QWidget *w : QApplication::topLevelWidgets())
-            leaked << w;
-        for (const QPointer<QWidget> &w : leaked)
-            delete w.data();
-        QVERIFY2(leaked.isEmpty(), "a top-level widget leaked");
+        QCOMPARE(deleteLeakedTopLevels(), 0);
     }
 
     void install_data()

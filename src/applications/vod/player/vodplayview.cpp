@@ -1,6 +1,7 @@
 #include "vodplayview.h"
 
 #include "devicekeys.h"
+#include "emptybg.h"
 #include "devicepath.h"
 #include "homekeyblock.h"
 #include "messaging/messagedata.h"
@@ -22,8 +23,10 @@
 #include <QFile>
 #include <QFont>
 #include <QFontMetrics>
+#include <QGridLayout>
 #include <QKeyEvent>
 #include <QPainter>
+#include <QPalette>
 #include <QPixmap>
 #include <QPointer>
 #include <QRegion>
@@ -103,6 +106,29 @@ void VodPlayView::sendRequest(const char *message, const QByteArray &data)
 {
     if (requestSender)
         requestSender->vodRequestHandle(QString::fromLatin1(message), data);
+}
+
+void VodPlayView::togglePlayback()
+{
+    switch (screenStatus) {
+    case Playing:
+        playScreen->showPlayIcon = true;
+        pauseVod(0);
+        break;
+    case Interrupted:
+        resumeVod();
+        break;
+    case Paused:
+        playScreen->showPlayIcon = false;
+        resumeVod();
+        break;
+    case Stopped:
+        playScreen->showPlayIcon = false;
+        startVod();
+        break;
+    default:
+        break;
+    }
 }
 
 void VodPlayView::startVod()
@@ -631,6 +657,27 @@ QString VodPlayView::elidedContentTitle() const
     const QString tellNumber = QValueSpaceItem(QStringLiteral("/UI/TellNumber")).value().toString();
     const QFontMetrics metrics = fontMetrics();
     return metrics.elidedText(contentTitle, Qt::ElideRight, 180 - metrics.horizontalAdvance(tellNumber));
+}
+
+void VodPlayView::setUpFullScreenWindow()
+{
+    setModal(false);
+    setObjectName(QStringLiteral("_fullscreen_"));
+    setGeometry(0, 0, 480, 272);
+    setWindowState(Qt::WindowFullScreen);
+
+    QPalette pal;
+    pal.setColor(backgroundRole(), QColor(46, 46, 46, 255));
+    setPalette(pal);
+
+    auto *grid = new QGridLayout(this);
+    auto *background = new EmptyBg(nullptr, Qt::WindowFlags());
+    grid->addWidget(background, 0, 0);
+    // The filler would otherwise take the keyboard focus from the dialog, whose
+    // focus handling (focusLost, the direct-painting reserve, focus recording)
+    // must see it. A proxy must live in the same window, so after the layout
+    // has adopted it.
+    background->setFocusProxy(this);
 }
 
 // ---------------------------------------------------------------------------

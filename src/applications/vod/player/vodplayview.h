@@ -161,6 +161,13 @@ protected:
     void showEvent(QShowEvent *e) override;
     void hideEvent(QHideEvent *e) override;
 
+    // Makes this dialog a full-screen player window: the whole display, the
+    // panel grey behind it, and an EmptyBg filling its layout.
+    void setUpFullScreenWindow();
+    // Select in the players: pause while playing, resume a paused or held
+    // video, start a stopped one.
+    void togglePlayback();
+
     // Sends a request through requestSender; nothing without one.
     void sendRequest(const char *message, const QByteArray &data);
     // The end of the content as the player handles it (the small players stop,

@@ -1,16 +1,13 @@
 #include "videopushfullview.h"
 
-#include "player/emptybg.h"
 #include "player/playscreen.h"
 #include "videopushview.h"
 
 #include "devicekeys.h"
 
 #include <QDebug>
-#include <QGridLayout>
 #include <QKeyEvent>
 #include <QPainter>
-#include <QPalette>
 #include <QPixmap>
 #include <QTimer>
 
@@ -22,27 +19,9 @@ constexpr int VolumeOverlayMsecs = 1000;
 VideoPushFullView::VideoPushFullView(VideoPushView *owner, QWidget *parent)
     : VodPlayView(nullptr, FullPushScreen, parent), owner(owner)
 {
-    setModal(false);
-    setObjectName(QStringLiteral("_fullscreen_"));
-    setGeometry(0, 0, 480, 272);
-    setWindowState(Qt::WindowFullScreen);
-
-    QPalette pal;
-    pal.setColor(backgroundRole(), QColor(46, 46, 46, 255));
-    setPalette(pal);
-
+    setUpFullScreenWindow();
     // Only opened while the broadcast plays; the owner hands over its status.
     screenStatus = Playing;
-
-    auto *grid = new QGridLayout(this);
-    auto *background = new EmptyBg(nullptr, Qt::WindowFlags());
-    grid->addWidget(background, 0, 0);
-    // The filler would otherwise take the keyboard focus from the dialog, whose
-    // focus handling (focusLost, the direct-painting reserve, focus recording)
-    // must see it. A proxy must live in the same window, so after the layout
-    // has adopted it.
-    background->setFocusProxy(this);
-    setLayout(grid);
 }
 
 VideoPushFullView::~VideoPushFullView()

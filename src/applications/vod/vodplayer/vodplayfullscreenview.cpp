@@ -2,14 +2,12 @@
 
 #include "devicekeys.h"
 #include "messaging/vodmessages.h"
-#include "player/emptybg.h"
 #include "player/playerlogic.h"
 #include "player/playscreen.h"
 #include "qtopiaipcenvelope.h"
 #include "vod.h"
 
 #include <QDebug>
-#include <QGridLayout>
 #include <QKeyEvent>
 #include <QPainter>
 #include <QPixmap>
@@ -21,26 +19,9 @@ VodPlayFullScreenView::VodPlayFullScreenView(vod *requestSender, QWidget *parent
     volumeRectShown = false;
     volumeRectTimer = nullptr;
 
-    setModal(false);
-    setObjectName(QStringLiteral("_fullscreen_"));
-    setGeometry(0, 0, 480, 272);
-    setWindowState(Qt::WindowFullScreen);
-
-    QPalette pal = palette();
-    pal.setColor(backgroundRole(), QColor(46, 46, 46, 255));
-    setPalette(pal);
-
+    setUpFullScreenWindow();
     // The opener hands its own status over right after construction.
     screenStatus = Playing;
-
-    auto *layout = new QGridLayout(this);
-    auto *background = new EmptyBg(nullptr, Qt::WindowFlags());
-    layout->addWidget(background, 0, 0);
-    // The filler would otherwise take the keyboard focus from the dialog, whose
-    // focus handling (focusLost, the direct-painting reserve, focus recording)
-    // must see it. A proxy must live in the same window, so after the layout
-    // has adopted it.
-    background->setFocusProxy(this);
 }
 
 VodPlayFullScreenView::~VodPlayFullScreenView()
@@ -148,27 +129,8 @@ void VodPlayFullScreenView::keyPressEvent(QKeyEvent *e)
         break;
     case Qt::Key_Select:
         // Only the device's keypad pauses and resumes here.
-        if (!(e->modifiers() & Qt::KeypadModifier))
-            break;
-        switch (screenStatus) {
-        case Playing:
-            playScreen->showPlayIcon = true;
-            pauseVod(0);
-            break;
-        case Interrupted:
-            resumeVod();
-            break;
-        case Paused:
-            playScreen->showPlayIcon = false;
-            resumeVod();
-            break;
-        case Stopped:
-            playScreen->showPlayIcon = false;
-            startVod();
-            break;
-        default:
-            break;
-        }
+        if (e->modifiers() & Qt::KeypadModifier)
+            togglePlayback();
         break;
     case Key_Video1:
         if (screenStatus == Playing) {

@@ -213,25 +213,7 @@ void VodPlaySmallScreenView::keyPressEvent(QKeyEvent *e)
         }
         break;
     case Qt::Key_Select:
-        switch (screenStatus) {
-        case Playing:
-            playScreen->showPlayIcon = true;
-            pauseVod(0);
-            break;
-        case Interrupted:
-            resumeVod();
-            break;
-        case Paused:
-            playScreen->showPlayIcon = false;
-            resumeVod();
-            break;
-        case Stopped:
-            playScreen->showPlayIcon = false;
-            startVod();
-            break;
-        default:
-            break;
-        }
+        togglePlayback();
         break;
     case Qt::Key_Back:
         if (screenStatus == Playing || screenStatus == Paused) {

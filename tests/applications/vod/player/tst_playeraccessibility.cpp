@@ -45,13 +45,7 @@ private slots:
     void init() { QSettings(QStringLiteral("Trolltech"), QStringLiteral("Sound")).clear(); }
     void cleanup()
     {
-        flushEvents();
-        QList<QPointer<QWidget>> leaked;
-        for (QWidget *w : QApplication::topLevelWidgets())
-            leaked << w;
-        for (const QPointer<QWidget> &w : leaked)
-            delete w.data();
-        QVERIFY2(leaked.isEmpty(), "a top-level widget leaked");
+        QCOMPARE(deleteLeakedTopLevels(), 0);
     }
 
     void texts_data()

@@ -51,14 +51,7 @@ private slots:
     void init() { QtopiaIpcTransport::clearTraffic(); }
     void cleanup()
     {
-        flushEvents();
-        // Delete what leaked, so that one leak does not fail every later test.
-        QList<QPointer<QWidget>> leaked;
-        for (QWidget *w : QApplication::topLevelWidgets())
-            leaked << w;
-        for (const QPointer<QWidget> &w : leaked)
-            delete w.data();
-        QVERIFY2(leaked.isEmpty(), "a top-level widget leaked");
+        QCOMPARE(deleteLeakedTopLevels(), 0);
     }
 
     void pushRequests_data()
