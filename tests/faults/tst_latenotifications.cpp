@@ -216,22 +216,19 @@ void tst_LateNotifications::notificationDuringPushNotice_data()
 {
     QTest::addColumn<QByteArray>("notice");
     QTest::addColumn<QByteArray>("during");
-    QTest::addColumn<bool>("watchdogRunning");
 
     // The broadcast ends while the server notice is up.
-    QTest::newRow("end during server notice") << QByteArray("server") << QByteArray(VodMessage::EndOKPush)
-                                              << false;
+    QTest::newRow("end during server notice") << QByteArray("server") << QByteArray(VodMessage::EndOKPush);
     // A failed set-up notice, and the broadcast starts meanwhile: the view closes
     // anyway, and no watchdog is left to fire at a closed view.
     QTest::newRow("start during set-up failure")
-        << QByteArray("setupFail") << QByteArray(VodMessage::StartPush) << false;
+        << QByteArray("setupFail") << QByteArray(VodMessage::StartPush);
 }
 
 void tst_LateNotifications::notificationDuringPushNotice()
 {
     QFETCH(QByteArray, notice);
     QFETCH(QByteArray, during);
-    QFETCH(bool, watchdogRunning);
 
     VideoPushView view(nullptr, Qt::WindowFlags());
     if (notice == "server")
@@ -248,7 +245,7 @@ void tst_LateNotifications::notificationDuringPushNotice()
     flushEvents();
     QCOMPARE(hooked, 1);
     QVERIFY(!view.isVisible());
-    QCOMPARE(view.serverWatchdog && view.serverWatchdog->isActive(), watchdogRunning);
+    QVERIFY(!view.serverWatchdog || !view.serverWatchdog->isActive());
 }
 
 QTEST_MAIN(tst_LateNotifications)

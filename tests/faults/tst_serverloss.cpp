@@ -107,9 +107,6 @@ void tst_ServerLoss::vodContent()
     else
         QTRY_VERIFY(simulator->isSilent());
     flushEvents();
-    const quint32 lastReport = player->currentMsecs;
-    QTest::qWait(50); // ten simulated seconds: no report comes any more
-    QCOMPARE(player->currentMsecs, lastReport);
     QVERIFY(player->isVisible());
     QVERIFY(player->serverWatchdog->isActive());
     QVERIFY(notices.notices.isEmpty());
@@ -159,7 +156,6 @@ void tst_ServerLoss::broadcast()
     else
         QTRY_VERIFY(simulator->isSilent());
     flushEvents();
-    QTest::qWait(50);
     QVERIFY(view.serverWatchdog->isActive());
 
     QtopiaIpcTransport::clearTraffic();

@@ -1,8 +1,5 @@
-#include <QIcon>
 #include <QImage>
-#include <QPainter>
 #include <QPixmap>
-#include <QRegularExpression>
 #include <QTest>
 
 // The image set compiled into vodcore: every name the players draw resolves,
@@ -14,9 +11,7 @@ class tst_VodImages : public QObject
 private slots:
     void loads_data();
     void loads();
-    void playIcon();
     void volumePointsFollowTheLevelColours();
-    void missingImageDrawsNothing();
 };
 
 void tst_VodImages::loads_data()
@@ -57,8 +52,6 @@ void tst_VodImages::loads()
     const QPixmap pixmap(name);
     QVERIFY2(!pixmap.isNull(), qPrintable(name));
     QCOMPARE(pixmap.size(), size);
-    // The same resource under the rooted spelling of the path.
-    QCOMPARE(QPixmap(QStringLiteral(":/") + name.mid(1)).toImage(), pixmap.toImage());
     // Every picture draws something.
     const QImage image = pixmap.toImage().convertToFormat(QImage::Format_ARGB32);
     bool painted = false;
@@ -68,15 +61,6 @@ void tst_VodImages::loads()
     QVERIFY(painted);
 }
 
-void tst_VodImages::playIcon()
-{
-    // The play screen takes the icon through QIcon at the size of its rectangle.
-    const QIcon icon(QStringLiteral(":image/vod/vod_player_botton01.png"));
-    const QPixmap pixmap = icon.pixmap(QSize(71, 70), QIcon::Normal, QIcon::Off);
-    QCOMPARE(pixmap.size(), QSize(71, 70));
-    QCOMPARE(pixmap.toImage(), QPixmap(QStringLiteral(":image/vod/vod_player_botton01.png")).toImage());
-}
-
 void tst_VodImages::volumePointsFollowTheLevelColours()
 {
     // A point shows its level's colour in its middle row.
@@ -84,27 +68,6 @@ void tst_VodImages::volumePointsFollowTheLevelColours()
     const QImage high(QStringLiteral(":image/vod/volume_bar_point_16"));
     QCOMPARE(low.pixelColor(5, 1), QColor(88, 30, 152));
     QCOMPARE(high.pixelColor(5, 1), QColor(255, 255, 63));
-}
-
-void tst_VodImages::missingImageDrawsNothing()
-{
-    QTest::failOnWarning(QRegularExpression(QStringLiteral(".*")));
-
-    const QString missing = QStringLiteral(":image/vod/no_such_image.png");
-    const QPixmap pixmap(missing);
-    QVERIFY(pixmap.isNull());
-
-    QImage canvas(40, 40, QImage::Format_ARGB32_Premultiplied);
-    canvas.fill(Qt::green);
-    const QImage before = canvas;
-    {
-        QPainter painter(&canvas);
-        painter.drawPixmap(0, 0, pixmap);
-        painter.drawPixmap(QRect(0, 0, 40, 40), pixmap);
-        painter.drawTiledPixmap(QRect(0, 0, 40, 40), pixmap);
-        painter.drawPixmap(QRect(0, 0, 40, 40), QIcon(missing).pixmap(QSize(40, 40)));
-    }
-    QCOMPARE(canvas, before);
 }
 
 QTEST_MAIN(tst_VodImages)

@@ -166,16 +166,12 @@ private slots:
         QTest::addColumn<QString>("text");
         QTest::addColumn<QString>("escaped");
         QTest::newRow("channel") << "QPE/VideoManager" << "QPE_2FVideoManager";
-        QTest::newRow("no arguments") << "startPush()" << "startPush_28_29";
-        QTest::newRow("float argument") << "currentTime(float)" << "currentTime_28float_29";
         QTest::newRow("commas") << "requestContents(int,int)" << "requestContents_28int_2Cint_29";
         QTest::newRow("underscore") << "setVolume_vod(int)" << "setVolume_5Fvod_28int_29";
         QTest::newRow("leading digit") << "3gp()" << "_003gp_28_29";
-        QTest::newRow("only a digit") << "9" << "_009";
         QTest::newRow("inner digit") << "x9" << "x9";
         QTest::newRow("escaped marker text") << "_00" << "_5F00";
         QTest::newRow("blank") << "a b" << "a_20b";
-        QTest::newRow("Latin-1 letter as UTF-8") << QString::fromUtf8("é") << "_C3_A9";
         QTest::newRow("Hangul") << QString::fromUtf8("가") << "_EA_B0_80";
         QTest::newRow("beyond the BMP") << QString::fromUtf8("\xF0\x9F\x98\x80") << "_F0_9F_98_80";
         QTest::newRow("empty") << "" << "";
@@ -198,7 +194,6 @@ private slots:
         QTest::newRow("lower-case hex") << "QPE_2fX" << true << "QPE/X";
         QTest::newRow("plain member of another peer") << "startPush" << true << "startPush";
         QTest::newRow("cut escape") << "a_2" << false << "";
-        QTest::newRow("lone underscore") << "a_" << false << "";
         QTest::newRow("not hex") << "a_ZZ" << false << "";
         QTest::newRow("stray character") << "a-b" << false << "";
         QTest::newRow("raw non-ASCII") << QString::fromUtf8("ä") << false << "";
@@ -262,20 +257,6 @@ private slots:
         QDBusConnection::disconnectFromBus("raw-peer");
     }
 
-    void ownMessageComesBackOnceThroughTheBus()
-    {
-        QtopiaIpcTransport::setInstance(transport.get());
-        QtopiaChannel channel("QPE/Own", nullptr);
-        QStringList seen;
-        connect(&channel, &QtopiaChannel::received, this, [&](const QString &m) { seen << m; });
-        transport->sync();
-        QtopiaIpcEnvelope("QPE/Own", "first()");
-        QCOMPARE(seen, QStringList());
-        QtopiaIpcEnvelope("QPE/Own", "marker()");
-        QTRY_COMPARE(seen.size(), 2);
-        QCOMPARE(seen, (QStringList{"first()", "marker()"}));
-    }
-
     void burstArrivesInSendingOrder()
     {
         QtopiaIpcTransport::setInstance(transport.get());
@@ -295,6 +276,8 @@ private slots:
             e.writeRawData(QByteArray(i % 7, 'x').constData(), i % 7);
             sent << (onA ? "A:" : "B:") + signature + QString::number(i % 7);
         }
+        // Own messages come back through the bus, never at once.
+        QCOMPARE(seen, QStringList());
         // Wait for a last message rather than for a count, so that a message
         // delivered twice shows up too.
         QtopiaIpcEnvelope("QPE/BurstA", "end()");
@@ -357,28 +340,6 @@ private slots:
         }
     }
 
-    void anotherProcessHearsTheModule()
-    {
-        QtopiaIpcTransport::setInstance(transport.get());
-        QProcess monitor;
-        monitor.start("dbus-monitor", {"--session", "type='signal',interface='com.trolltech.qtopia'"});
-        QVERIFY(monitor.waitForStarted(5000));
-        QByteArray output;
-        // The monitor has become one when the bus has taken its name back.
-        QTRY_VERIFY_WITH_TIMEOUT((output += monitor.readAllStandardOutput()).contains("member=NameLost"), 10000);
-        {
-            QtopiaIpcEnvelope e("QPE/VideoApplication", "pauseOKVod(float)");
-            e << 12.5f;
-        }
-        QTRY_VERIFY_WITH_TIMEOUT((output += monitor.readAllStandardOutput()).contains("41 48 00 00"), 10000);
-        monitor.kill();
-        monitor.waitForFinished();
-        QVERIFY2(output.contains("path=/com/trolltech/qtopia/QPE_2FVideoApplication; "
-                                 "interface=com.trolltech.qtopia; member=pauseOKVod_28float_29"),
-                 output.constData());
-        QVERIFY(output.contains("array of bytes"));
-    }
-
     void subscriptionsFollowTheChannels()
     {
         // A channel opened before the bus transport was installed moves over.
@@ -395,25 +356,14 @@ private slots:
         QtopiaIpcEnvelope("QPE/Move", "one()");
         QtopiaIpcEnvelope("QPE/Move", "two()");
         QTRY_COMPARE(seen.size(), 2);
+        // A channel closed and opened again is heard once.
+        delete new QtopiaChannel("QPE/Reopened", nullptr);
         QtopiaChannel reopened("QPE/Reopened", nullptr);
         connect(&reopened, &QtopiaChannel::received, this, [&](const QString &m) { seen << m; });
         QtopiaIpcEnvelope("QPE/Reopened", "three()");
         QtopiaIpcEnvelope("QPE/Move", "four()");
         QTRY_COMPARE(seen.size(), 4);
         QCOMPARE(seen, (QStringList{"one()", "two()", "three()", "four()"}));
-    }
-
-    void reopenedChannelIsHeardOnce()
-    {
-        QtopiaIpcTransport::setInstance(transport.get());
-        delete new QtopiaChannel("QPE/Again", nullptr);
-        QtopiaChannel channel("QPE/Again", nullptr);
-        QSignalSpy spy(&channel, &QtopiaChannel::received);
-        transport->sync();
-        QtopiaIpcEnvelope("QPE/Again", "once()");
-        QtopiaIpcEnvelope("QPE/Again", "marker()");
-        QTRY_COMPARE(spy.size(), 2);
-        QCOMPARE(spy.at(0).at(0).toString(), QString("once()"));
     }
 
     void choice_data()

@@ -152,10 +152,8 @@ private slots:
 
         QTest::newRow("group list") << slow << QStringList{"requestGroupList()"}
                                     << QStringList{App + "getGroupList()"};
-        QTest::newRow("contents") << slow << QStringList{"requestContents(int,int)|1|0"} << QStringList{contents};
         QTest::newRow("contents of a missing part")
             << slow << QStringList{"requestContents(int,int)|5|5"} << QStringList{contents};
-        QTest::newRow("setup") << slow << setUp << QStringList{contents, setupOK};
         QTest::newRow("setup of the second part's title")
             << slow << QStringList{"requestContents(int,int)|1|0", "setupVod(int)|1"}
             << QStringList{contents, App + "setupOKVod(int,int,int,float,float,float) 1, 0, 1, 100, 112, 0"};
@@ -185,12 +183,6 @@ private slots:
             << QStringList{contents, setupOK, App + "startOKVod()", App + "pauseOKVod(float) 95"};
         QTest::newRow("pause while not playing") << slow << (setUp + QStringList{"pauseVod(int)|0"})
                                                  << QStringList{contents, setupOK, App + "pauseFailVod()"};
-        QTest::newRow("resume at the given position")
-            << slow
-            << (setUp + QStringList{"startVod(QString)|0", "pauseVod(int)|0", "resumeVod(QString)|20",
-                                    "pauseVod(int)|0"})
-            << QStringList{contents, setupOK, App + "startOKVod()", App + "pauseOKVod(float) 0",
-                           App + "resumedOKVod()", App + "pauseOKVod(float) 20"};
         QTest::newRow("resume without setup") << slow << QStringList{"resumeVod(QString)|3"}
                                               << QStringList{App + "error(int) 1"};
         QTest::newRow("stop") << slow << (setUp + QStringList{"startVod(QString)|0", "stopVod()"})

@@ -56,7 +56,6 @@ private slots:
         QTest::newRow("ko_KR") << "ko_KR" << true << "ko" << korean;
         QTest::newRow("ko_KR.UTF-8") << "ko_KR.UTF-8" << true << "ko" << korean;
         QTest::newRow("en") << "en" << true << "" << english;
-        QTest::newRow("en_US") << "en_US" << true << "" << english;
         QTest::newRow("C") << "C" << true << "" << english;
         QTest::newRow("no translation") << "fr_FR" << false << "" << english;
         QTest::newRow("no locale") << "klingon" << false << "" << english;

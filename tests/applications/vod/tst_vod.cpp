@@ -24,7 +24,6 @@
 
 using namespace VodCatalogueFixture;
 
-// Helpers that check something stop the test when a check failed.
 #define REACH(w, level)                                                                            \
     do {                                                                                           \
         reach(w, level);                                                                           \
@@ -42,13 +41,10 @@ private slots:
     void cleanup();
 
     void groupListArrives();
-    void groupFileMissing();
-    void groupListWaitExpires();
-    void levelsForward();
-    void levelsBack();
-    void backAtMediaInfoAsksAgain();
-    void setupWaitExpires();
-    void contentsWaitExpires();
+    void waitExpires_data();
+    void waitExpires();
+    void navigate_data();
+    void navigate();
     void selectTwiceAtPartLevel();
     void selectNeedsKeypad();
     void keyRoutingInList();
@@ -57,7 +53,6 @@ private slots:
     void contentsList();
     void setupOK_data();
     void setupOK();
-    void setupOKTitleOutsideList();
     void setupOKReplacesPage();
     void setupFail_data();
     void setupFail();
@@ -82,6 +77,7 @@ const QList<Group> groups = {
     Group{"\xb0\xa1", {"k0"}},
 };
 const QList<QByteArray> titles = {"t0", "t1", "t2"};
+enum Action { Back = -1, Next = -2 };
 
 QString hangulGa()
 {
@@ -206,10 +202,8 @@ void tst_Vod::groupListArrives()
 {
     vod w;
     QCOMPARE(sentRequests(), QStringList({request(VodMessage::RequestGroupList)}));
-    QPointer<QWaitWidget> wait = w.waitWidget;
-    QCOMPARE(wait->text(), QStringLiteral("Getting contents"));
-    QVERIFY(wait->isVisible());
-    QCOMPARE(w.listView->count(), 0);
+    QCOMPARE(w.waitWidget->text(), QStringLiteral("Getting contents"));
+    QVERIFY(w.waitWidget->isVisible());
     w.show();
 
     notify(VodMessage::GetGroupList);
@@ -217,9 +211,8 @@ void tst_Vod::groupListArrives()
     // The third name is the EUC-KR bytes B0 A1, one Hangul syllable.
     QCOMPARE(rows(w), QStringList({"news", "drama", hangulGa()}));
     QCOMPARE(w.listView->currentRow(), 0);
-    for (int i = 0; i < w.listView->count(); ++i)
-        QCOMPARE(w.listView->item(i)->sizeHint(), QSize(480, 42));
-    QVERIFY(!wait->isVisible());
+    QCOMPARE(w.listView->item(2)->sizeHint(), QSize(480, 42));
+    QVERIFY(!w.waitWidget->isVisible());
     QCOMPARE(w.windowTitle(), QStringLiteral("Video Contents;VOD Contents"));
     QCOMPARE(QSoftMenuBar::label(&w, Qt::Key_Select), (QSoftMenuBar::Label{"select", QString()}));
     QCOMPARE(QSoftMenuBar::label(&w, Qt::Key_Context1), (QSoftMenuBar::Label{"none", QString()}));
@@ -231,160 +224,147 @@ void tst_Vod::groupListArrives()
     QCOMPARE(rows(w), QStringList({"only"}));
 }
 
-void tst_Vod::groupFileMissing()
+void tst_Vod::waitExpires_data()
 {
-    env->remove(VodCatalogue::GroupFile);
-    vod w;
-    w.show();
-    QVERIFY(QTest::qWaitForWindowExposed(&w));
+    QTest::addColumn<int>("level");
+    QTest::addColumn<bool>("groupFileMissing");
+    QTest::addColumn<bool>("windowStays");
+    QTest::addColumn<int>("levelAfter");
+    QTest::addColumn<QString>("resultText");
 
-    QTest::ignoreMessage(QtDebugMsg, QRegularExpression("vodMessageHandle \\d+ stat error$"));
-    notify(VodMessage::GetGroupList);
-    QCOMPARE(w.listView->count(), 0);
-    QVERIFY(w.listStrings.isEmpty());
+    QTest::newRow("group list never came") << -1 << false << false << int(GroupLevel) << QString();
+    // The answer came, so the expiry no longer closes the window.
+    QTest::newRow("group file missing") << -1 << true << true << int(GroupLevel) << QString();
+    QTest::newRow("contents") << int(PartLevel) << false << true << int(PartLevel)
+                              << "Fail to Get List";
+    QTest::newRow("media information") << int(MediaInfoLevel) << false << true
+                                       << int(ContentsLevel) << QString();
+}
+
+void tst_Vod::waitExpires()
+{
+    QFETCH(int, level);
+    QFETCH(bool, groupFileMissing);
+    QFETCH(bool, windowStays);
+    QFETCH(int, levelAfter);
+    QFETCH(QString, resultText);
+
+    if (groupFileMissing)
+        env->remove(VodCatalogue::GroupFile);
+    vod w;
+    if (level < 0) {
+        w.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&w));
+        if (groupFileMissing) {
+            QTest::ignoreMessage(QtDebugMsg, QRegularExpression("vodMessageHandle \\d+ stat error$"));
+            notify(VodMessage::GetGroupList);
+            QCOMPARE(w.listView->count(), 0);
+            QVERIFY(w.listStrings.isEmpty());
+        }
+    } else {
+        REACH(w, level);
+        if (level == PartLevel) {
+            select(w, 0);
+            QTRY_VERIFY(w.waitWidget->isActiveWindow());
+        }
+    }
     QVERIFY(w.waitWidget->isVisible());
-
-    // The answer came, so the pop-up's expiry no longer closes the window.
-    expire(w.waitWidget);
-    if (QTest::currentTestFailed())
-        return;
-    QVERIFY(w.isVisible());
-}
-
-void tst_Vod::groupListWaitExpires()
-{
-    vod w;
-    w.show();
-    QVERIFY(QTest::qWaitForWindowExposed(&w));
-    QVERIFY(w.waitWidget->isVisible());
-
-    expire(w.waitWidget);
-    if (QTest::currentTestFailed())
-        return;
-    QVERIFY(!w.isVisible());
-}
-
-void tst_Vod::levelsForward()
-{
-    vod w;
-    REACH(w, GroupLevel);
-
-    // Group to parts: listed from the loaded catalogue, nothing asked.
-    select(w, 1);
-    QCOMPARE(w.currentLevel, int(PartLevel));
-    QCOMPARE(rows(w), QStringList({"d0", "d1", "d2"}));
-    QCOMPARE(w.listView->currentRow(), 0);
-    QCOMPARE(w.windowTitle(), QStringLiteral("Video Contents;VOD List"));
-    QCOMPARE(sentRequests(), QStringList());
-
-    // Part to contents: asked of the video manager; the level waits for them.
-    select(w, 2);
-    QCOMPARE(sentRequests(), QStringList({request(VodMessage::RequestContents,
-                                                  messageData(qint32(1), qint32(2)))}));
-    QCOMPARE(w.currentLevel, int(PartLevel));
-    QCOMPARE(w.waitWidget->text(), QStringLiteral("Getting List"));
-    QVERIFY(w.waitWidget->isVisible());
-
-    notify(VodMessage::GetContentsList);
-    QCOMPARE(w.currentLevel, int(ContentsLevel));
-    QCOMPARE(rows(w), QStringList({"t0", "t1", "t2"}));
-    QCOMPARE(w.windowTitle(), QStringLiteral("Video Contents;VOD Title"));
-    QVERIFY(!w.waitWidget->isVisible());
-
-    // Title to media information: the 1-based number of the title.
-    QtopiaIpcTransport::clearTraffic();
-    select(w, 2);
-    QCOMPARE(sentRequests(), QStringList({request(VodMessage::SetupVod, messageData(qint32(3)))}));
-    QCOMPARE(w.currentLevel, int(MediaInfoLevel));
-    QCOMPARE(w.waitWidget->text(), QStringLiteral("Getting Media Information"));
-    QCOMPARE(w.windowTitle(), QStringLiteral("Video Contents;VOD Title"));
-
-    // Nothing lies deeper.
-    QtopiaIpcTransport::clearTraffic();
-    QMetaObject::invokeMethod(&w, "setNextView");
-    QCOMPARE(sentRequests(), QStringList());
-    QCOMPARE(w.currentLevel, int(MediaInfoLevel));
-}
-
-void tst_Vod::levelsBack()
-{
-    vod w;
-    REACH(w, ContentsLevel);
-
-    // Contents back to parts: listed again from the loaded catalogue.
-    pressKey(w.listView, Qt::Key_Back);
-    QCOMPARE(w.currentLevel, int(PartLevel));
-    QCOMPARE(rows(w), QStringList({"d0", "d1", "d2"}));
-    QCOMPARE(sentRequests(), QStringList());
-
-    // Parts back to groups: cleared and asked again.
-    pressKey(w.listView, Qt::Key_Back);
-    QCOMPARE(w.currentLevel, int(GroupLevel));
-    QCOMPARE(w.listView->count(), 0);
-    QCOMPARE(sentRequests(), QStringList({request(VodMessage::RequestGroupList)}));
-    QCOMPARE(w.waitWidget->text(), QStringLiteral("Getting contents"));
-    QCOMPARE(w.windowTitle(), QStringLiteral("Video Contents;VOD Contents"));
-
-    notify(VodMessage::GetGroupList);
-    QCOMPARE(w.listView->count(), 3);
-    QVERIFY(w.isVisible());
-
-    // Groups back: the window closes.
-    QtopiaIpcTransport::clearTraffic();
-    pressKey(w.listView, Qt::Key_Back);
-    QVERIFY(!w.isVisible());
-    QCOMPARE(w.currentLevel, int(GroupLevel));
-    QCOMPARE(sentRequests(), QStringList());
-}
-
-// The list still shows the titles, but Back asks for them again.
-void tst_Vod::backAtMediaInfoAsksAgain()
-{
-    vod w;
-    REACH(w, MediaInfoLevel);
-
-    pressKey(w.listView, Qt::Key_Back);
-    QCOMPARE(sentRequests(), QStringList({request(VodMessage::RequestContents,
-                                                  messageData(qint32(1), qint32(2)))}));
-    QCOMPARE(w.currentLevel, int(MediaInfoLevel));
-    QCOMPARE(w.waitWidget->text(), QStringLiteral("Getting List"));
-
-    writeContents({"fresh"});
-    notify(VodMessage::GetContentsList);
-    QCOMPARE(w.currentLevel, int(ContentsLevel));
-    QCOMPARE(rows(w), QStringList({"fresh"}));
-}
-
-void tst_Vod::setupWaitExpires()
-{
-    vod w;
-    REACH(w, MediaInfoLevel);
-    QPointer<QWaitWidget> wait = w.waitWidget;
-
-    expire(wait);
-    if (QTest::currentTestFailed())
-        return;
-    QCOMPARE(w.currentLevel, int(ContentsLevel));
-    QVERIFY(!wait->isVisible());
-    QVERIFY(w.isVisible());
-}
-
-// Nothing waits on the contents: the level stays and the window stays open;
-// the pop-up itself shows its failure text.
-void tst_Vod::contentsWaitExpires()
-{
-    vod w;
-    REACH(w, PartLevel);
-    select(w, 0);
-    QTRY_VERIFY(w.waitWidget->isActiveWindow());
 
     expire(w.waitWidget);
     if (QTest::currentTestFailed())
         return;
-    QCOMPARE(w.currentLevel, int(PartLevel));
-    QVERIFY(w.isVisible());
-    QVERIFY(w.waitWidget->isShowingResult());
-    QCOMPARE(w.waitWidget->resultText(), QStringLiteral("Fail to Get List"));
+    QCOMPARE(w.isVisible(), windowStays);
+    QCOMPARE(w.currentLevel, levelAfter);
+    if (!resultText.isEmpty()) {
+        QVERIFY(w.waitWidget->isShowingResult());
+        QCOMPARE(w.waitWidget->resultText(), resultText);
+    } else if (level == MediaInfoLevel) {
+        QVERIFY(!w.waitWidget->isVisible());
+    }
+}
+
+void tst_Vod::navigate_data()
+{
+    QTest::addColumn<int>("from");
+    QTest::addColumn<int>("action"); // a row to select, Back or Next
+    QTest::addColumn<QStringList>("requests");
+    QTest::addColumn<int>("level");
+    QTest::addColumn<QStringList>("shown");
+    QTest::addColumn<QString>("title");
+    QTest::addColumn<QString>("waitText"); // empty: no pop-up shown
+    QTest::addColumn<bool>("open");
+
+    const QStringList parts{"d0", "d1", "d2"};
+    const QStringList titles{"t0", "t1", "t2"};
+    const QString contents = request(VodMessage::RequestContents, messageData(qint32(1), qint32(2)));
+    const QString listTitle = QStringLiteral("Video Contents;VOD List");
+    const QString titleTitle = QStringLiteral("Video Contents;VOD Title");
+    const QString mediaWait = QStringLiteral("Getting Media Information");
+
+    // Parts come from the loaded catalogue; contents and media information are asked.
+    QTest::newRow("group to parts") << int(GroupLevel) << 1 << QStringList() << int(PartLevel) << parts
+                                    << listTitle << QString() << true;
+    QTest::newRow("part asks contents") << int(PartLevel) << 2 << QStringList{contents} << int(PartLevel)
+                                        << parts << listTitle << "Getting List" << true;
+    // The 1-based number of the title.
+    QTest::newRow("title asks media information")
+        << int(ContentsLevel) << 2 << QStringList{request(VodMessage::SetupVod, messageData(qint32(3)))}
+        << int(MediaInfoLevel) << titles << titleTitle << mediaWait << true;
+    QTest::newRow("nothing lies deeper") << int(MediaInfoLevel) << int(Next) << QStringList()
+                                         << int(MediaInfoLevel) << titles << titleTitle << mediaWait << true;
+    QTest::newRow("contents back to parts") << int(ContentsLevel) << int(Back) << QStringList()
+                                            << int(PartLevel) << parts << listTitle << QString() << true;
+    QTest::newRow("parts back to groups, asked again")
+        << int(PartLevel) << int(Back) << QStringList{request(VodMessage::RequestGroupList)}
+        << int(GroupLevel) << QStringList() << "Video Contents;VOD Contents" << "Getting contents" << true;
+    QTest::newRow("groups back closes") << int(GroupLevel) << int(Back) << QStringList() << int(GroupLevel)
+                                        << QStringList({"news", "drama", hangulGa()})
+                                        << "Video Contents;VOD Contents" << QString() << false;
+    // The list still shows the titles, but Back asks for them again.
+    QTest::newRow("media information back asks contents")
+        << int(MediaInfoLevel) << int(Back) << QStringList{contents} << int(MediaInfoLevel) << titles
+        << titleTitle << "Getting List" << true;
+}
+
+void tst_Vod::navigate()
+{
+    QFETCH(int, from);
+    QFETCH(int, action);
+    QFETCH(QStringList, requests);
+    QFETCH(int, level);
+    QFETCH(QStringList, shown);
+    QFETCH(QString, title);
+    QFETCH(QString, waitText);
+    QFETCH(bool, open);
+
+    vod w;
+    REACH(w, from);
+    if (action == Back)
+        pressKey(w.listView, Qt::Key_Back);
+    else if (action == Next)
+        QMetaObject::invokeMethod(&w, "setNextView");
+    else
+        select(w, action);
+
+    QCOMPARE(sentRequests(), requests);
+    QCOMPARE(w.currentLevel, level);
+    QCOMPARE(rows(w), shown);
+    QCOMPARE(w.windowTitle(), title);
+    QCOMPARE(w.isVisible(), open);
+    QCOMPARE(w.waitWidget->isVisible(), !waitText.isEmpty());
+    if (!waitText.isEmpty())
+        QCOMPARE(w.waitWidget->text(), waitText);
+    if (from == GroupLevel && level == PartLevel)
+        QCOMPARE(w.listView->currentRow(), 0);
+    if (requests.size() == 1 && requests.first().startsWith(QLatin1String(VodMessage::RequestContents))) {
+        // The asked contents arrive, read again from the file.
+        writeContents({"fresh"});
+        notify(VodMessage::GetContentsList);
+        QCOMPARE(w.currentLevel, int(ContentsLevel));
+        QCOMPARE(rows(w), QStringList({"fresh"}));
+        QCOMPARE(w.windowTitle(), QStringLiteral("Video Contents;VOD Title"));
+        QVERIFY(!w.waitWidget->isVisible());
+    }
 }
 
 void tst_Vod::selectTwiceAtPartLevel()
@@ -398,8 +378,7 @@ void tst_Vod::selectTwiceAtPartLevel()
     const QString contents = request(VodMessage::RequestContents, messageData(qint32(1), qint32(1)));
     QCOMPARE(sentRequests(), QStringList({contents, contents}));
     QVERIFY(first.isNull());
-    QVERIFY(w.waitWidget);
-    QVERIFY(w.waitWidget->isVisible());
+    QVERIFY(w.waitWidget && w.waitWidget->isVisible());
     QCOMPARE(w.currentLevel, int(PartLevel));
 }
 
@@ -412,12 +391,10 @@ void tst_Vod::selectNeedsKeypad()
     w.listView->setCurrentRow(1);
     pressKey(w.listView, Qt::Key_Select);
     QCOMPARE(sentRequests(), QStringList());
-    QCOMPARE(w.currentLevel, int(PartLevel));
 
     // The same row pressed on the screen opens it.
-    QListWidgetItem *item = w.listView->item(1);
     QTest::mousePress(w.listView->viewport(), Qt::LeftButton, {},
-                      w.listView->visualItemRect(item).center());
+                      w.listView->visualItemRect(w.listView->item(1)).center());
     QCOMPARE(sentRequests(), QStringList({request(VodMessage::RequestContents,
                                                   messageData(qint32(1), qint32(1)))}));
 
@@ -444,13 +421,11 @@ void tst_Vod::keyRoutingInList()
     pressKey(w.listView, Qt::Key_Context1);
     QCOMPARE(w.keys, QList<int>({Qt::Key_Context2, Qt::Key_Context1}));
     QCOMPARE(w.listView->currentRow(), 1);
-    QCOMPARE(w.currentLevel, int(GroupLevel));
     QVERIFY(w.isVisible());
 
     pressKey(w.listView, Qt::Key_Down);
     QCOMPARE(w.listView->currentRow(), 2);
     QCOMPARE(w.keys.size(), 2);
-    QCOMPARE(sentRequests(), QStringList());
 }
 
 void tst_Vod::rowKeys_data()
@@ -458,12 +433,9 @@ void tst_Vod::rowKeys_data()
     QTest::addColumn<int>("groupCount");
     QTest::addColumn<int>("topRow");
     QTest::addColumn<int>("key");
-    // The group opened, or -1 for none.
-    QTest::addColumn<int>("opened");
+    QTest::addColumn<int>("opened"); // -1: none
 
     QTest::newRow("three rows, fifth key") << 3 << 0 << int(Key_Video4) << -1;
-    QTest::newRow("three rows, third key") << 3 << 0 << int(Key_Video2) << 2;
-    QTest::newRow("row 7 on top, first key") << 20 << 7 << int(Key_Video0) << 7;
     QTest::newRow("row 7 on top, fifth key") << 20 << 7 << int(Key_Video4) << 11;
 }
 
@@ -481,11 +453,8 @@ void tst_Vod::rowKeys()
 
     vod w;
     REACH(w, GroupLevel);
-    QCOMPARE(w.listView->count(), groupCount);
-    if (topRow > 0) {
-        w.listView->scrollToItem(w.listView->item(topRow), QAbstractItemView::PositionAtTop);
-        QCOMPARE(w.listView->indexAt(QPoint(0, 0)).row(), topRow);
-    }
+    w.listView->scrollToItem(w.listView->item(topRow), QAbstractItemView::PositionAtTop);
+    QCOMPARE(w.listView->indexAt(QPoint(0, 0)).row(), topRow);
 
     pressKey(w.listView, key);
     if (opened < 0) {
@@ -525,47 +494,40 @@ void tst_Vod::contentsList()
 void tst_Vod::setupOK_data()
 {
     QTest::addColumn<QByteArray>("data");
+    QTest::addColumn<int>("contentRow");
     QTest::addColumn<QTime>("playTime");
+    QTest::addColumn<QString>("title");
 
     auto setup = [](float a, float b) {
         return messageData(qint32(1), qint32(2), qint32(3), a, b, 99.0f);
     };
-    QTest::newRow("1:02:03.500") << setup(10.0f, 3733.5f) << QTime(1, 2, 3, 500);
-    QTest::newRow("no arguments") << QByteArray() << QTime(0, 0, 0, 0);
-    QTest::newRow("a day") << setup(0.0f, 86400.0f) << QTime();
-    QTest::newRow("negative") << setup(5.0f, 4.5f) << QTime();
+    QTest::newRow("1:02:03.500") << setup(10.0f, 3733.5f) << 1 << QTime(1, 2, 3, 500) << "t1";
+    QTest::newRow("no arguments") << QByteArray() << 1 << QTime(0, 0, 0, 0) << "t1";
+    QTest::newRow("a day") << setup(0.0f, 86400.0f) << 1 << QTime() << "t1";
+    QTest::newRow("negative") << setup(5.0f, 4.5f) << 1 << QTime() << "t1";
+    // The list changed after the request: no title rather than a read outside the list.
+    QTest::newRow("title outside the list") << setup(0.0f, 61.0f) << 3 << QTime(0, 1, 1) << QString();
 }
 
 void tst_Vod::setupOK()
 {
     QFETCH(QByteArray, data);
+    QFETCH(int, contentRow);
     QFETCH(QTime, playTime);
+    QFETCH(QString, title);
 
     vod w;
     REACH(w, MediaInfoLevel);
+    w.contentRow = contentRow;
 
     notify(VodMessage::SetupOKVod, data);
     QVERIFY(w.infoView);
     QCOMPARE(w.infoView->playTime, playTime);
     QCOMPARE(w.infoView->playTime.isValid(), playTime.isValid());
-    QCOMPARE(w.infoView->title, QStringLiteral("t1"));
+    QCOMPARE(w.infoView->title, title);
     QCOMPARE(w.infoView->owner, &w);
     QVERIFY(!w.infoView->parentWidget());
     QCOMPARE(w.currentLevel, int(MediaInfoLevel));
-}
-
-// The list changed after the request: the page gets no title rather than a
-// read outside the list.
-void tst_Vod::setupOKTitleOutsideList()
-{
-    vod w;
-    REACH(w, MediaInfoLevel);
-    w.contentRow = 3;
-
-    notify(VodMessage::SetupOKVod, messageData(qint32(0), qint32(0), qint32(0), 0.0f, 61.0f, 0.0f));
-    QVERIFY(w.infoView);
-    QVERIFY(w.infoView->title.isEmpty());
-    QCOMPARE(w.infoView->playTime, QTime(0, 1, 1));
 }
 
 void tst_Vod::setupOKReplacesPage()
@@ -607,23 +569,18 @@ void tst_Vod::setupFail()
         other.show();
         other.activateWindow();
         QTRY_VERIFY(other.isActiveWindow());
-        QVERIFY(!w.waitWidget->isActiveWindow());
     }
 
     notify(VodMessage::SetupFailVod, messageData(qint32(4)));
+    QCOMPARE(w.currentLevel, int(waitActive ? ContentsLevel : MediaInfoLevel));
+    QCOMPARE(w.waitWidget->isShowingResult(), waitActive);
     if (waitActive) {
-        QCOMPARE(w.currentLevel, int(ContentsLevel));
-        QVERIFY(w.waitWidget->isShowingResult());
         QCOMPARE(w.waitWidget->resultText(), QStringLiteral("Can not be played"));
         // Its expiry no longer reaches closeInfoWithTimeOut(), which would
         // hide the result at once.
         emit w.waitWidget->timeOut();
-        QVERIFY(w.waitWidget->isVisible());
-    } else {
-        QCOMPARE(w.currentLevel, int(MediaInfoLevel));
-        QVERIFY(!w.waitWidget->isShowingResult());
-        QVERIFY(w.waitWidget->isVisible());
     }
+    QVERIFY(w.waitWidget->isVisible());
     QCOMPARE(sentRequests(), QStringList());
 }
 
@@ -656,8 +613,6 @@ void tst_Vod::playTime_data()
     QTest::addColumn<float>("end");
     QTest::addColumn<QList<int>>("parts");
 
-    QTest::newRow("1:02:03.500") << 10.0f << 3733.5f << QList<int>({1, 2, 3, 500});
-    QTest::newRow("zero") << 0.0f << 0.0f << QList<int>({0, 0, 0, 0});
     QTest::newRow("a day") << 0.0f << 86400.0f << QList<int>({24, 0, 0, 0});
     // Truncation toward zero, remainders with the sign of the length.
     QTest::newRow("minus 1.25 s") << 5.0f << 3.75f << QList<int>({0, 0, -1, -250});

@@ -30,10 +30,9 @@ private slots:
 
     void paintWithoutFocusRecords();
     void focusInRecords();
-    void clearThenCheckRestores();
-    void checkWithFocusChangesNothing();
+    void checkFocus_data();
+    void checkFocus();
     void deletedPageIsNeverFocused();
-    void nothingRecordedWarns();
 
 private:
     std::unique_ptr<TestEnvironment> env;
@@ -131,52 +130,49 @@ void tst_VodFocus::focusInRecords()
     QCOMPARE(w.focusedWidget.data(), static_cast<QWidget *>(w.listView));
 }
 
-void tst_VodFocus::clearThenCheckRestores()
+void tst_VodFocus::checkFocus_data()
 {
-    vod w;
-    showBrowser(w);
-    w.activateWindow();
-    w.listView->setFocus();
-    QTRY_VERIFY(w.listView->hasFocus());
+    QTest::addColumn<bool>("clearFirst");
+    QTest::addColumn<QString>("checkLine");
 
-    QTest::ignoreMessage(QtDebugMsg, receivedLine(VodMessage::ClearFocus));
-    QTest::ignoreMessage(QtDebugMsg,
-                         vodLine("vodMessageHandle",
-                                 QStringLiteral(" : Current Focus Widget\\[ MVodListView \\] will be lost Focus !!")));
-    notify(VodMessage::ClearFocus);
-    QVERIFY(!w.listView->hasFocus());
-    QVERIFY(!QApplication::focusWidget());
-    QCOMPARE(w.focusedWidget.data(), static_cast<QWidget *>(w.listView));
-
-    QTest::ignoreMessage(QtDebugMsg, receivedLine(VodMessage::CheckFocus));
-    QTest::ignoreMessage(
-        QtDebugMsg,
-        vodLine("vodMessageHandle",
-                QStringLiteral(" : Find VOD Focus Widget Failed, Set Previous known widget \\[ MVodListView \\]")));
-    notify(VodMessage::CheckFocus);
-    QTRY_VERIFY(w.listView->hasFocus());
+    QTest::newRow("focus lost: restored")
+        << true << " : Find VOD Focus Widget Failed, Set Previous known widget \\[ MVodListView \\]";
+    QTest::newRow("focus held: nothing changes") << false << " : Find VOD Focus Widget\\[ MVodListView \\]";
 }
 
-void tst_VodFocus::checkWithFocusChangesNothing()
+void tst_VodFocus::checkFocus()
 {
+    QFETCH(bool, clearFirst);
+    QFETCH(QString, checkLine);
+
     vod w;
     showBrowser(w);
     w.activateWindow();
     w.listView->setFocus();
     QTRY_VERIFY(w.listView->hasFocus());
     QWidget other;
-    w.setVodFocusedWidget(&other);
+    if (clearFirst) {
+        QTest::ignoreMessage(QtDebugMsg, receivedLine(VodMessage::ClearFocus));
+        QTest::ignoreMessage(QtDebugMsg,
+                             vodLine("vodMessageHandle",
+                                     QStringLiteral(" : Current Focus Widget\\[ MVodListView \\] will be lost Focus !!")));
+        notify(VodMessage::ClearFocus);
+        QVERIFY(!QApplication::focusWidget());
+        QCOMPARE(w.focusedWidget.data(), static_cast<QWidget *>(w.listView));
+    } else {
+        w.setVodFocusedWidget(&other);
+    }
 
     QTest::ignoreMessage(QtDebugMsg, receivedLine(VodMessage::CheckFocus));
-    QTest::ignoreMessage(QtDebugMsg,
-                         vodLine("vodMessageHandle", QStringLiteral(" : Find VOD Focus Widget\\[ MVodListView \\]")));
+    QTest::ignoreMessage(QtDebugMsg, vodLine("vodMessageHandle", checkLine));
     notify(VodMessage::CheckFocus);
-    QVERIFY(w.listView->hasFocus());
-    QCOMPARE(w.focusedWidget.data(), &other);
+    QTRY_VERIFY(w.listView->hasFocus());
+    if (!clearFirst)
+        QCOMPARE(w.focusedWidget.data(), &other);
 }
 
-// The information page is recorded, then deleted when the user asks for the
-// media information again: it is never given the focus.
+// The recorded information page is deleted when the media information is asked
+// again: it is never given the focus, and the check warns instead.
 void tst_VodFocus::deletedPageIsNeverFocused()
 {
     vod w;
@@ -205,19 +201,6 @@ void tst_VodFocus::deletedPageIsNeverFocused()
     QTest::ignoreMessage(QtWarningMsg, Warning);
     notify(VodMessage::CheckFocus);
     QVERIFY(!QApplication::focusWidget());
-}
-
-void tst_VodFocus::nothingRecordedWarns()
-{
-    vod w;
-    QVERIFY(!w.focusedWidget);
-    notify(VodMessage::ClearFocus);
-    QVERIFY(!QApplication::focusWidget());
-
-    QTest::ignoreMessage(QtWarningMsg, Warning);
-    notify(VodMessage::CheckFocus);
-    QVERIFY(!QApplication::focusWidget());
-    QVERIFY(!w.focusedWidget);
 }
 
 QTEST_MAIN(tst_VodFocus)

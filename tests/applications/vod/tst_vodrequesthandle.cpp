@@ -114,9 +114,6 @@ void tst_VodRequestHandle::request_data()
     QTest::newRow("reverseVod, 0.1 widened")
         << "reverseVod(QString)" << messageData(0.1f)
         << List{posted("reverseVod(QString)", stringBlock("0.1"))} << QString();
-    QTest::newRow("forwardVod 12.5") << "forwardVod(QString)" << messageData(12.5f)
-                                     << List{posted("forwardVod(QString)", stringBlock("12.5"))}
-                                     << QString();
     QTest::newRow("forwardVod 90") << "forwardVod(QString)" << messageData(90.0f)
                                    << List{posted("forwardVod(QString)", stringBlock("90"))}
                                    << QString();
@@ -158,7 +155,6 @@ void tst_VodRequestHandle::request()
 
     vod w;
     const QPointer<QWaitWidget> before = w.waitWidget;
-    QVERIFY(before);
     QtopiaIpcTransport::clearTraffic();
 
     w.vodRequestHandle(message, arguments);
@@ -168,7 +164,6 @@ void tst_VodRequestHandle::request()
         QCOMPARE(w.waitWidget, before.data());
     } else {
         QVERIFY(before.isNull());
-        QVERIFY(w.waitWidget);
         QCOMPARE(w.waitWidget->text(), waitText);
         QVERIFY(w.waitWidget->isVisible());
         QCOMPARE(w.waitWidget->expiryTime(), 5000);

@@ -1,7 +1,6 @@
 #include "browser/mvodlistview.h"
 
 #include "devicekeys.h"
-#include "testenvironment.h"
 
 #include <QApplication>
 #include <QKeyEvent>
@@ -16,7 +15,6 @@ private slots:
 
     void selectRowByKey_data();
     void selectRowByKey();
-    void ordinaryKeysMoveTheRow();
 };
 
 namespace {
@@ -87,22 +85,6 @@ void tst_MVodListView::selectRowByKey()
     QKeyEvent press(QEvent::KeyPress, key, Qt::NoModifier);
     QCOMPARE(list.selectRowByKey(&press), taken);
     QCOMPARE(list.currentRow(), currentRow);
-}
-
-// Keys the browser does not take go to the item view's own handling.
-void tst_MVodListView::ordinaryKeysMoveTheRow()
-{
-    MVodListView list(nullptr);
-    fill(list, 5);
-    list.show();
-    QVERIFY(QTest::qWaitForWindowExposed(&list));
-    list.setCurrentRow(0);
-
-    pressKey(&list, Qt::Key_Down);
-    pressKey(&list, Qt::Key_Down);
-    QCOMPARE(list.currentRow(), 2);
-    pressKey(&list, Qt::Key_Up);
-    QCOMPARE(list.currentRow(), 1);
 }
 
 QTEST_MAIN(tst_MVodListView)

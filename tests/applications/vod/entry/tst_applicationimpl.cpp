@@ -20,8 +20,6 @@ private slots:
     void initTestCase();
     void cleanup();
 
-    void keys();
-    void isApplicationPlugin();
     void unknownKey_data();
     void unknownKey();
     void videoPush();
@@ -43,23 +41,6 @@ void tst_ApplicationImpl::initTestCase()
 void tst_ApplicationImpl::cleanup()
 {
     QTRY_VERIFY(QApplication::topLevelWidgets().isEmpty());
-}
-
-void tst_ApplicationImpl::keys()
-{
-    ApplicationImpl plugin;
-    QCOMPARE(plugin.keys(), QStringList{QStringLiteral("videoPush")});
-}
-
-void tst_ApplicationImpl::isApplicationPlugin()
-{
-    ApplicationImpl plugin;
-    QObject *object = &plugin;
-    QCOMPARE(qobject_cast<QApplicationPlugin *>(object), static_cast<QApplicationPlugin *>(&plugin));
-    QVERIFY(object->qt_metacast(QApplicationPlugin_iid));
-
-    QObject plain;
-    QVERIFY(!qobject_cast<QApplicationPlugin *>(&plain));
 }
 
 void tst_ApplicationImpl::unknownKey_data()
@@ -99,10 +80,8 @@ void tst_ApplicationImpl::videoPush()
     QVERIFY(window->isVisible());
 
     // Each call builds a new window.
-    QPointer<QWidget> second = plugin.createMainWindow(QStringLiteral("videoPush"), nullptr, Qt::WindowFlags());
-    QVERIFY(second);
-    QVERIFY(second != window);
-    delete second;
+    std::unique_ptr<QWidget> second(plugin.createMainWindow(QStringLiteral("videoPush"), nullptr, Qt::WindowFlags()));
+    QVERIFY(second && second.get() != window);
     delete window;
 }
 

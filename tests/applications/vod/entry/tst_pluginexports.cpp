@@ -56,10 +56,8 @@ void tst_PluginExports::cleanup()
 void tst_PluginExports::exportedNames_data()
 {
     QTest::addColumn<QByteArray>("name");
-    QTest::newRow("instance") << QByteArray("qt_plugin_instance");
-    QTest::newRow("verification") << QByteArray("qt_plugin_query_verification_data");
+    // The others are called by the tests below.
     QTest::newRow("Qt 6 metadata") << QByteArray("qt_plugin_query_metadata_v2");
-    QTest::newRow("browser") << QByteArray("videophone_create_vod_browser");
     QTest::newRow("traffic") << QByteArray("videophone_traffic");
     QTest::newRow("transport") << QByteArray("videophone_select_transport");
 }
@@ -82,14 +80,12 @@ void tst_PluginExports::verificationData()
                               "debug=false\n"
                               "buildkey=i686 Linux no-stl QT_NO_PLUGIN_CHECK");
     QCOMPARE(QByteArray(text), expected);
-    QCOMPARE(qstrlen(text), uint(expected.size()));
 }
 
 void tst_PluginExports::pluginLoader()
 {
     QVERIFY2(loader.load(), qPrintable(loader.errorString()));
     QObject *instance = loader.instance();
-    QVERIFY(instance);
     auto *plugin = qobject_cast<QApplicationPlugin *>(instance);
     QVERIFY(plugin);
     QCOMPARE(plugin->keys(), QStringList{QStringLiteral("videoPush")});
@@ -120,15 +116,10 @@ void tst_PluginExports::singleInstance()
     QVERIFY(pluginInstance);
 
     QPointer<QObject> first = pluginInstance();
-    QVERIFY(first);
-    QVERIFY(!first->parent());
-    QCOMPARE(pluginInstance(), first.data());
-
+    QVERIFY(first && !first->parent());
     delete first;
     QVERIFY(!first);
     QPointer<QObject> second = pluginInstance();
-    QVERIFY(second);
-    QCOMPARE(second->metaObject()->className(), "ApplicationImpl");
     QVERIFY(qobject_cast<QApplicationPlugin *>(second));
     QCOMPARE(pluginInstance(), second.data());
 }
@@ -160,7 +151,6 @@ void tst_PluginExports::vodBrowser()
     const auto createBrowser = reinterpret_cast<Function>(dlsym(handle, "videophone_create_vod_browser"));
     QVERIFY(createBrowser);
     std::unique_ptr<QWidget> browser(createBrowser());
-    QVERIFY(browser);
     QCOMPARE(browser->metaObject()->className(), "vod");
     QVERIFY(browser->isWindow());
 }

@@ -40,14 +40,11 @@ void tst_PlayerLogic::seekTarget_data()
     QTest::newRow("forward keeps milliseconds") << F << 20345u << 5u << 60000u << true << 25345u;
     QTest::newRow("forward past the end") << F << 10000u << 5u << 12000u << true << 11000u;
     QTest::newRow("forward exactly to the end") << F << 55000u << 5u << 60000u << true << 59000u;
-    QTest::newRow("forward just before the end") << F << 53999u << 5u << 60000u << true << 58999u;
     QTest::newRow("forward wraps the unsigned sum")
         << F << 0xFFFFF000u << 5u << 60000u << true << 904u;
-    QTest::newRow("forward on two seconds") << F << 0u << 5u << 2000u << true << 1000u;
     QTest::newRow("forward on one second lands on 1 s") << F << 0u << 5u << 1000u << true << 1000u;
     QTest::newRow("forward on half a second") << F << 0u << 5u << 500u << false << 0u;
     QTest::newRow("forward without a length") << F << 0u << 5u << 0u << false << 0u;
-    QTest::newRow("forward without a length, late") << F << 30000u << 10u << 0u << false << 0u;
     QTest::newRow("reverse from 3 s") << R << 3000u << 5u << 60000u << true << 1000u;
     QTest::newRow("reverse to exactly 0") << R << 5000u << 5u << 60000u << true << 1000u;
     QTest::newRow("reverse within the content") << R << 40500u << 10u << 60000u << true << 30500u;
@@ -79,7 +76,6 @@ void tst_PlayerLogic::pausedPosition_data()
     QTest::newRow("zero") << 0.0f << 0u;
     QTest::newRow("83.5") << 83.5f << 83500u;
     QTest::newRow("hour minute second") << 3723.25f << 3723250u;
-    QTest::newRow("one second short of an hour") << 3599.0f << 3599000u;
     QTest::newRow("float below its decimal truncates") << 2.3f << 2299u;
 }
 
@@ -93,10 +89,7 @@ void tst_PlayerLogic::pausedPosition()
 void tst_PlayerLogic::clockText_data()
 {
     QTest::addColumn<QTime>("time");
-    QTest::newRow("midnight") << QTime(0, 0);
     QTest::newRow("milliseconds not shown") << QTime(1, 2, 3, 999);
-    QTest::newRow("two-digit fields") << QTime(10, 59, 45);
-    QTest::newRow("last second of the day") << QTime(23, 59, 59, 999);
     QTest::newRow("a day or more is invalid") << PlayerLogic::reportedTime(86400.0f);
     QTest::newRow("null") << QTime();
 }
@@ -135,7 +128,6 @@ void tst_PlayerLogic::volumeColor_data()
     QTest::addColumn<QColor>("color");
 
     QTest::newRow("1") << 1 << QColor(88, 30, 152);
-    QTest::newRow("8") << 8 << QColor(207, 56, 72);
     QTest::newRow("9") << 9 << QColor(220, 65, 64);
     QTest::newRow("16") << 16 << QColor(255, 255, 63);
     QTest::newRow("0 is invalid") << 0 << QColor();
@@ -146,12 +138,7 @@ void tst_PlayerLogic::volumeColor()
 {
     QFETCH(int, level);
     QFETCH(QColor, color);
-    const QColor c = VodPlayView::volumeColor(level);
-    QCOMPARE(c.isValid(), color.isValid());
-    if (color.isValid()) {
-        QCOMPARE(c, color);
-        QCOMPARE(c.alpha(), 255);
-    }
+    QCOMPARE(VodPlayView::volumeColor(level), color);
 }
 
 QTEST_GUILESS_MAIN(tst_PlayerLogic)

@@ -57,10 +57,7 @@ class tst_VideoPushFullView : public QObject
 private slots:
     void initTestCase() { env = std::make_unique<TestEnvironment>(); }
     void init() { QtopiaIpcTransport::clearTraffic(); }
-    void cleanup()
-    {
-        QCOMPARE(deleteLeakedTopLevels(), 0);
-    }
+    void cleanup() { QCOMPARE(deleteLeakedTopLevels(), 0); }
 
     void construction()
     {
@@ -70,8 +67,7 @@ private slots:
         QCOMPARE(full.screenStatus, VodPlayView::Playing);
         QCOMPARE(full.geometry(), QRect(0, 0, 480, 272));
         auto *grid = qobject_cast<QGridLayout *>(full.layout());
-        QVERIFY(grid);
-        QVERIFY(qobject_cast<EmptyBg *>(grid->itemAtPosition(0, 0)->widget()));
+        QVERIFY(grid && qobject_cast<EmptyBg *>(grid->itemAtPosition(0, 0)->widget()));
     }
 
     void volumePointImages_data()
@@ -85,7 +81,6 @@ private slots:
         QTest::newRow("15") << 15 << ":image/vod/volume_bar_point_15";
         QTest::newRow("16") << 16 << ":image/vod/volume_bar_point_16_full";
     }
-
     void volumePointImages()
     {
         QFETCH(int, point);
@@ -139,7 +134,6 @@ private slots:
         QTest::newRow("paused") << VodPlayView::Paused << true;
         QTest::newRow("stopped") << VodPlayView::Stopped << true;
     }
-
     void wideKeyNeedsPlayingAndReady()
     {
         QFETCH(VodPlayView::playScreenStatus, status);
@@ -263,7 +257,6 @@ private slots:
         QTest::newRow("up") << 8 << int(Qt::Key_VolumeUp) << 9;
         QTest::newRow("down") << 8 << int(Qt::Key_VolumeDown) << 7;
     }
-
     void volumeKeys()
     {
         QFETCH(int, level);
@@ -282,7 +275,6 @@ private slots:
 
         QVERIFY(full->volumeRectShown);
         QTimer *timer = full->volumeRectTimer;
-        QVERIFY(timer);
         QCOMPARE(timer->interval(), 1000);
         QVERIFY(timer->isActive());
         // A second key restarts the 1000 ms.
@@ -303,7 +295,6 @@ private slots:
         QTest::newRow("4:3") << int(FullPushScreen) << 0;
         QTest::newRow("wide") << int(WidePushScreen) << 58;
     }
-
     void volumeOverlayPixels()
     {
         QFETCH(int, type);

@@ -71,22 +71,16 @@ private slots:
         QVERIFY(grid && qobject_cast<EmptyBg *>(grid->itemAtPosition(0, 0)->widget()));
     }
 
-    void showingGoesFullScreenAndRecordsFocus()
+    void focus()
     {
         Rig rig;
         rig.view.showNormal();
         QVERIFY(rig.view.windowState() & Qt::WindowFullScreen);
         QTRY_COMPARE(rig.browser.focusedWidget.data(), &rig.view);
-    }
-
-    void focusFollowsTheDialogNotItsFiller()
-    {
-        // The layout's filler takes no focus of its own: losing the window must
-        // darken the video area and give up the direct-painting region.
-        Rig rig;
-        rig.view.show();
         QTRY_COMPARE(QApplication::focusWidget(), &rig.view);
         QVERIFY(!rig.view.focusLost);
+
+        // Losing the window darkens the video area and gives up the painting region.
         const int reserved = QDirectPainter::reserveCount();
         QWidget other;
         other.show();
@@ -171,50 +165,43 @@ private slots:
 
         QCOMPARE(rig.view.seekSteps, steps);
         QCOMPARE(rig.view.seekTimer->isActive(), steps != 0);
-        if (steps != 0)
-            QVERIFY(!rig.view.playScreen->showPlayIcon);
-        else
-            QVERIFY(rig.view.playScreen->showPlayIcon);
+        QCOMPARE(rig.view.playScreen->showPlayIcon, steps == 0);
         QCOMPARE(signaturesOn(manager), request.isEmpty() ? QStringList() : QStringList{request});
     }
 
-    void video3StopsUnlessPlaying()
+    void handBack_data()
     {
+        QTest::addColumn<int>("key");
+        QTest::addColumn<Status>("status");
+        QTest::addColumn<Status>("handedBack");
+        QTest::newRow("Video3 stops unless playing") << int(Key_Video3) << VodPlayView::Interrupted
+                                                     << VodPlayView::Stopping;
+        QTest::newRow("Video4 from wide") << int(Key_Video4) << VodPlayView::Playing << VodPlayView::Playing;
+    }
+    void handBack()
+    {
+        QFETCH(int, key);
+        QFETCH(Status, status);
+        QFETCH(Status, handedBack);
         Rig rig;
         rig.view.show();
-        rig.view.screenStatus = VodPlayView::Interrupted;
+        rig.view.screenStatus = status;
+        rig.view.playScreenReady = true;
+        rig.view.screenType = WideVodScreen;
         rig.view.currentMsecs = 42000;
         rig.view.volume = 6;
         rig.view.isMute = true;
         QSignalSpy closed(&rig.view, &VodPlayView::fullScreenCloseSignal);
 
-        pressKey(&rig.view, Key_Video3);
+        pressKey(&rig.view, key);
 
         QCOMPARE(closed.size(), 1);
-        QCOMPARE(closed.first().at(0).value<Status>(), VodPlayView::Stopping);
+        QCOMPARE(closed.first().at(0).value<Status>(), handedBack);
         QCOMPARE(closed.first().at(1).value<ulong>(), 42000ul);
         QCOMPARE(closed.first().at(2).toInt(), 6);
         QCOMPARE(closed.first().at(3).toBool(), true);
         QVERIFY(!rig.view.isVisible());
-        QVERIFY(rig.view.playScreen->showPlayIcon);
-        QVERIFY(QtopiaIpcTransport::traffic().isEmpty());
-    }
-
-    void video4HandsPlayingBackFromWide()
-    {
-        Rig rig;
-        rig.view.show();
-        rig.view.playScreenReady = true;
-        rig.view.screenType = WideVodScreen;
-        rig.view.currentMsecs = 12000;
-        QSignalSpy closed(&rig.view, &VodPlayView::fullScreenCloseSignal);
-
-        pressKey(&rig.view, Key_Video4);
-
-        QCOMPARE(closed.size(), 1);
-        QCOMPARE(closed.first().at(0).value<Status>(), VodPlayView::Playing);
-        QCOMPARE(closed.first().at(1).value<ulong>(), 12000ul);
-        QVERIFY(!rig.view.isVisible());
+        QCOMPARE(rig.view.playScreen->showPlayIcon, handedBack == VodPlayView::Stopping);
         QVERIFY(QtopiaIpcTransport::traffic().isEmpty());
     }
 

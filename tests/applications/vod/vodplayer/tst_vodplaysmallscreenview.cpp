@@ -28,7 +28,6 @@ namespace {
 const QString manager = QLatin1String(VodChannel::VideoManager);
 const QString application = QLatin1String(VodChannel::VideoApplication);
 
-// Where a message stands in the traffic log, -1 if it was not sent.
 int trafficIndex(const QString &channel, const QString &message)
 {
     const QList<QtopiaIpcMessage> &traffic = QtopiaIpcTransport::traffic();
@@ -46,8 +45,6 @@ QList<QByteArray> windowRequests()
     return result;
 }
 
-// The state a watchdog is put in before a notification, so that the change the
-// notification should (or should not) make shows.
 enum WatchdogState { NoWatchdog, WatchdogStopped, WatchdogRunning };
 
 WatchdogState watchdogState(const VodPlaySmallScreenView &player)
@@ -149,14 +146,10 @@ private slots:
     {
         QFETCH(QVariant, stored);
         QFETCH(int, level);
-        if (stored.isValid()) {
-            QSettings settings(QStringLiteral("Trolltech"), QStringLiteral("Sound"));
-            settings.setValue(QStringLiteral("Volume/VOD"), stored);
-        }
+        if (stored.isValid())
+            QSettings(QStringLiteral("Trolltech"), QStringLiteral("Sound")).setValue(QStringLiteral("Volume/VOD"), stored);
         VodPlaySmallScreenView player(nullptr, nullptr);
         QCOMPARE(player.volume, level);
-        QCOMPARE(player.screenStatus, VodPlayView::Stopped);
-        QVERIFY(!player.serverWatchdog);
     }
 
     void ignoreNextNotificationDropsExactlyOne()
@@ -166,11 +159,9 @@ private slots:
         rig.notify(VodMessage::StartOKVod);
         QCOMPARE(rig.player.screenStatus, VodPlayView::Stopped);
         QVERIFY(!rig.player.serverWatchdog);
-        QVERIFY(!rig.player.ignoreNextNotification);
-
         rig.notify(VodMessage::StartOKVod);
         QCOMPARE(rig.player.screenStatus, VodPlayView::Playing);
-        QVERIFY(rig.player.serverWatchdog && rig.player.serverWatchdog->isActive());
+        QVERIFY(rig.player.serverWatchdog->isActive());
     }
 
     void stoppingDropsAllButEnd_data()
@@ -178,7 +169,6 @@ private slots:
         QTest::addColumn<QString>("message");
         QTest::addColumn<QByteArray>("data");
         QTest::addColumn<int>("watchdog");
-        // Each row starts the watchdog in the state the message would change.
         QTest::newRow("start") << "startOKVod()" << QByteArray() << int(NoWatchdog);
         QTest::newRow("time report") << "currentTime(float)" << messageData(12.5f) << int(WatchdogStopped);
         QTest::newRow("resumed") << "resumedOKVod()" << QByteArray() << int(WatchdogStopped);
@@ -205,31 +195,12 @@ private slots:
         QCOMPARE(int(watchdogState(rig.player)), watchdog);
     }
 
-    void repeatedStartKeepsOneWatchdog()
-    {
-        Rig rig;
-        rig.notify(VodMessage::StartOKVod);
-        QTimer *watchdog = rig.player.serverWatchdog;
-        QVERIFY(watchdog);
-        QCOMPARE(watchdog->interval(), 10000);
-        QVERIFY(watchdog->isActive());
-        const qsizetype timers = rig.player.findChildren<QTimer *>().size();
-
-        // A second start neither creates another watchdog nor restarts a stopped one.
-        watchdog->stop();
-        rig.notify(VodMessage::StartOKVod);
-        QCOMPARE(rig.player.serverWatchdog, watchdog);
-        QCOMPARE(rig.player.findChildren<QTimer *>().size(), timers);
-        QVERIFY(!watchdog->isActive());
-    }
-
     void watchdogFollowsNotifications_data()
     {
         QTest::addColumn<QString>("message");
         QTest::addColumn<QByteArray>("data");
         QTest::addColumn<bool>("runningBefore");
         QTest::addColumn<bool>("runningAfter");
-
         const struct
         {
             const char *message;
@@ -250,9 +221,9 @@ private slots:
             const char *message;
             QByteArray data;
         } keeps[] = {
-            {"stopcall()", {}}, {"vodSoundMute(int)", messageData(1)}, {"hangUpBySmallScreen()", {}},
-            // Near misses of watchdog messages match nothing.
-            {"currentTime( float)", messageData(20.0f)}, {"EndOKVod()", {}},
+            // A repeated start neither restarts a stopped watchdog nor makes another.
+            {"startOKVod()", {}}, {"stopcall()", {}}, {"vodSoundMute(int)", messageData(1)},
+            {"hangUpBySmallScreen()", {}}, {"currentTime( float)", messageData(20.0f)}, {"EndOKVod()", {}},
         };
         for (const auto &row : keeps) {
             QTest::addRow("%s running", row.message) << row.message << row.data << true << true;
@@ -267,14 +238,15 @@ private slots:
         QFETCH(bool, runningAfter);
         Rig rig;
         rig.setWatchdog(runningBefore ? WatchdogRunning : WatchdogStopped);
-        QCOMPARE(rig.player.screenStatus, VodPlayView::Playing);
+        QTimer *watchdog = rig.player.serverWatchdog;
+        QCOMPARE(watchdog->interval(), 10000);
 
         rig.player.messageHandle(message, data);
 
-        QVERIFY(rig.player.serverWatchdog);
-        QCOMPARE(rig.player.serverWatchdog->isActive(), runningAfter);
+        QCOMPARE(rig.player.serverWatchdog, watchdog);
+        QCOMPARE(watchdog->isActive(), runningAfter);
         if (runningAfter && !runningBefore)
-            QVERIFY(rig.player.serverWatchdog->remainingTime() > 9000);
+            QVERIFY(watchdog->remainingTime() > 9000);
     }
 
     void silentServerStopsPlayback_data()
@@ -290,8 +262,6 @@ private slots:
         rig.player.show();
         rig.notify(VodMessage::StartOKVod);
         VodPlayFullScreenView *full = fullScreenOpen ? rig.openFullScreen() : nullptr;
-        if (fullScreenOpen)
-            QVERIFY(full && full->isVisible());
         QtopiaIpcTransport::clearTraffic();
 
         bool stopSentDuringNotice = true;
@@ -309,7 +279,7 @@ private slots:
         QCOMPARE(notice.text, QStringLiteral("A video has been stopped by the VCS server."));
         QVERIFY(notice.detail.isEmpty());
         QCOMPARE(notice.option, 3);
-        // The notice comes first, the full-screen player already out of the way.
+        // Notice first, with the full-screen player already gone; the stop after.
         QVERIFY(!stopSentDuringNotice);
         QVERIFY(!fullShownDuringNotice);
 
@@ -487,8 +457,7 @@ private slots:
         }
     }
 
-    // The hang-up message goes round through the browser's channel and is
-    // dropped; the end of the content after it closes the player and the page.
+    // The hang-up echo is dropped; the end of the content closes player and page.
     void hangUpEchoIsDropped()
     {
         vod browser;
@@ -518,7 +487,7 @@ private slots:
         QVERIFY(!page.isVisible());
     }
 
-    void videoKeyOpensFullScreenOnlyWhilePlayingAndReady_data()
+    void videoKeyOpensFullScreen_data()
     {
         QTest::addColumn<Status>("status");
         QTest::addColumn<bool>("ready");
@@ -528,34 +497,30 @@ private slots:
         QTest::newRow("paused") << VodPlayView::Paused << true << false;
         QTest::newRow("stopped") << VodPlayView::Stopped << true << false;
     }
-    void videoKeyOpensFullScreenOnlyWhilePlayingAndReady()
+    void videoKeyOpensFullScreen()
     {
         QFETCH(Status, status);
         QFETCH(bool, ready);
         QFETCH(bool, opens);
-        Rig rig;
-        rig.player.screenStatus = status;
-        rig.player.playScreenReady = ready;
-
-        pressKey(&rig.player, Key_Video4);
-
-        QCOMPARE(rig.player.fullScreenView != nullptr, opens);
-        QCOMPARE(rig.player.fullScreenShown, opens);
-        QCOMPARE(rig.player.playScreenReady, ready && !opens);
-    }
-
-    void openingHandsTheContentOver()
-    {
         Rig rig;
         rig.player.setTotalTime(QStringLiteral("00:01:40"));
         rig.player.setContentTitle(QStringLiteral("Some title"));
         rig.player.currentMsecs = 30000;
         rig.player.volume = 12;
         rig.player.isMute = true;
+        rig.player.screenStatus = status;
+        rig.player.playScreenReady = ready;
 
-        VodPlayFullScreenView *full = rig.openFullScreen();
+        pressKey(&rig.player, Key_Video4);
 
-        QVERIFY(full);
+        VodPlayFullScreenView *full = rig.player.fullScreenView;
+        QCOMPARE(full != nullptr, opens);
+        QCOMPARE(rig.player.fullScreenShown, opens);
+        QCOMPARE(rig.player.playScreenReady, ready && !opens);
+        if (!opens) {
+            QVERIFY(QtopiaIpcTransport::traffic().isEmpty());
+            return;
+        }
         QCOMPARE(full->parentWidget(), &rig.player);
         QCOMPARE(full->requestSender, &rig.browser);
         QCOMPARE(full->screenStatus, VodPlayView::Playing);
@@ -567,7 +532,6 @@ private slots:
         QCOMPARE(full->contentTitle, QStringLiteral("Some title"));
         QVERIFY(full->isVisible());
         QVERIFY(full->windowState() & Qt::WindowFullScreen);
-
         // The video window moves once the event loop runs.
         QVERIFY(windowRequests().isEmpty());
         QTRY_COMPARE(windowRequests(), QList<QByteArray>{messageData(0, 0, 363, 272)});
@@ -594,7 +558,6 @@ private slots:
     void wideSwitchThenBackToSmall()
     {
         Rig rig;
-        rig.player.show();
         VodPlayFullScreenView *full = rig.openFullScreen();
         // Not before the video manager has placed the window.
         pressKey(full, Key_Video4);
@@ -607,37 +570,21 @@ private slots:
         QCOMPARE(full->playScreen->width(), 480);
         QCOMPARE(windowRequests(), QList<QByteArray>{messageData(0, 0, 480, 271)});
 
-        full->currentMsecs = 45000;
+        full->currentMsecs = 61000;
         full->volume = 3;
         full->isMute = true;
         QtopiaIpcTransport::clearTraffic();
         pressKey(full, Key_Video4);
 
         QVERIFY(!full->isVisible());
+        QVERIFY(rig.player.isVisible());
         QCOMPARE(rig.player.fullScreenView, full);
         QVERIFY(!rig.player.fullScreenShown);
         QCOMPARE(rig.player.screenStatus, VodPlayView::Playing);
-        QCOMPARE(rig.player.currentMsecs, 45000u);
-        QCOMPARE(rig.player.flowingTimeText, QStringLiteral("00:00:45"));
+        QCOMPARE(rig.player.currentMsecs, 61000u);
+        QCOMPARE(rig.player.flowingTimeText, QStringLiteral("00:01:01"));
         QCOMPARE(rig.player.volume, 3);
         QVERIFY(rig.player.isMute);
-        QTRY_COMPARE(windowRequests(), QList<QByteArray>{messageData(8, 39, 256, 194)});
-    }
-
-    void closingWhilePlayingRestoresTheSmallPlayer()
-    {
-        Rig rig;
-        VodPlayFullScreenView *full = rig.openFullScreen();
-        QVERIFY(!rig.player.isVisible());
-        QTRY_COMPARE(windowRequests().size(), 1);
-        QtopiaIpcTransport::clearTraffic();
-
-        emit full->fullScreenCloseSignal(VodPlayView::Playing, 61000, 5, false);
-
-        QCOMPARE(rig.player.flowingTimeText, QStringLiteral("00:01:01"));
-        QCOMPARE(rig.player.currentMsecs, 61000u);
-        QVERIFY(rig.player.isVisible());
-        QVERIFY(!full->isVisible());
         QCOMPARE(QSoftMenuBar::label(&rig.player, Qt::Key_Select).pixmap,
                  QStringLiteral(":image/vod/vod_icon_botton04.png"));
         QTRY_COMPARE(windowRequests(), QList<QByteArray>{messageData(8, 39, 256, 194)});
@@ -672,14 +619,14 @@ private slots:
         QVERIFY(!rig.player.serverWatchdog->isActive());
     }
 
-    void softKeysFollowNotificationsWhileFocused()
+    // Soft keys follow notifications only while the player has the focus; a time
+    // report changes none of them and repaints the read-out only.
+    void focusedPlayerFollowsNotifications()
     {
         Rig rig;
         const QString idleSelect = QStringLiteral(":image/vod/vod_icon_botton02.png");
         const QString playingSelect = QStringLiteral(":image/vod/vod_icon_botton04.png");
         QCOMPARE(QSoftMenuBar::label(&rig.player, Qt::Key_Select).pixmap, idleSelect);
-
-        // Hidden, the player is not the focus widget: its labels stay.
         rig.notify(VodMessage::StartOKVod);
         QCOMPARE(QSoftMenuBar::label(&rig.player, Qt::Key_Select).pixmap, idleSelect);
 
@@ -691,22 +638,11 @@ private slots:
         QCOMPARE(QSoftMenuBar::label(&rig.player, Qt::Key_Select).pixmap, idleSelect);
         rig.notify(VodMessage::ResumedOKVod);
         QCOMPARE(QSoftMenuBar::label(&rig.player, Qt::Key_Select).pixmap, playingSelect);
-    }
 
-    // The soft keys follow notifications, but a time report changes none of
-    // them: it repaints the read-out only, also while the player has the focus.
-    void focusedTimeReportRepaintsReadoutOnly()
-    {
-        Rig rig;
-        rig.notify(VodMessage::StartOKVod);
         rig.player.animationTimer->stop();
-        rig.player.show();
-        rig.player.activateWindow();
-        QTRY_COMPARE(QApplication::focusWidget(), &rig.player);
         QTRY_VERIFY(rig.player.playScreenReady);
         QTRY_VERIFY(!rig.player.flowingTimeRect.isNull());
         flushEvents();
-
         QRegion painted;
         PaintSpy spy(&rig.player, painted);
         rig.notify(VodMessage::CurrentTime, messageData(50.0f));
@@ -714,7 +650,6 @@ private slots:
         QCOMPARE(rig.player.flowingTime(), QStringLiteral("00:00:50"));
         QCOMPARE(painted, QRegion(398, 91, 100, 40) & rig.player.rect());
     }
-
 };
 
 QTEST_MAIN(tst_VodPlaySmallScreenView)
