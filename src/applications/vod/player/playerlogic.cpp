@@ -142,4 +142,13 @@ int volumePointX(int index)
     return index <= 1 ? 274 : 286 + 13 * (index - 2);
 }
 
+QString overlayPointImage(int index)
+{
+    if (index == 1)
+        return QStringLiteral(":image/vod/volume_bar_point_01_full");
+    if (index == 16)
+        return QStringLiteral(":image/vod/volume_bar_point_16_full");
+    return volumePointImage(index);
+}
+
 } // namespace PlayerLogic

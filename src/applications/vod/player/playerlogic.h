@@ -56,5 +56,8 @@ QRect videoWindowRect(playScreenType type);
 QString volumePointImage(int index);
 // Left edge of volume bar point `index` (1 ... 16) in the small layouts.
 int volumePointX(int index);
+// Image of point `index` (1 ... 16) of the full-screen overlay's bar: the two end
+// points have images of their own.
+QString overlayPointImage(int index);
 
 } // namespace PlayerLogic

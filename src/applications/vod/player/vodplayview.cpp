@@ -659,6 +659,26 @@ QString VodPlayView::elidedContentTitle() const
     return metrics.elidedText(contentTitle, Qt::ElideRight, 180 - metrics.horizontalAdvance(tellNumber));
 }
 
+void VodPlayView::drawVolumeOverlay(QPainter *painter, int backdropAlpha, int numberTop)
+{
+    const int dx = (screenType == WideVodScreen || screenType == WidePushScreen) ? 58 : 0;
+    painter->save();
+    painter->fillRect(QRect(dx + 27, 207, 309, 34), QColor(10, 10, 10, backdropAlpha));
+    painter->drawPixmap(dx + 43, 214,
+                        QPixmap(isMute ? QStringLiteral(":image/vod/vod_icon_volume_none.png")
+                                       : QStringLiteral(":image/vod/vod_icon_volume.png")));
+    QFont font;
+    font.setPointSize(24);
+    painter->setFont(font);
+    painter->setPen(volumeColor(volume));
+    painter->drawText(QRect(dx + 298, numberTop, 50, 50), Qt::AlignLeft, QString::number(volume));
+    painter->fillRect(QRect(dx + 73, 221, 210, 5), QColor(10, 10, 10, 255));
+    painter->drawTiledPixmap(QRect(dx + 74, 222, 208, 3), QPixmap(QStringLiteral(":image/vod/vod_bar_bg.png")));
+    for (int i = 1; i <= volume; ++i)
+        painter->drawPixmap(dx + 74 + 13 * (i - 1), 222, QPixmap(PlayerLogic::overlayPointImage(i)));
+    painter->restore();
+}
+
 void VodPlayView::setUpFullScreenWindow()
 {
     setModal(false);

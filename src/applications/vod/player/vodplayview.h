@@ -164,6 +164,9 @@ protected:
     // Makes this dialog a full-screen player window: the whole display, the
     // panel grey behind it, and an EmptyBg filling its layout.
     void setUpFullScreenWindow();
+    // The volume overlay of the full-screen players, over the video; it moves
+    // 58 pixels right under the wide picture.
+    void drawVolumeOverlay(QPainter *painter, int backdropAlpha, int numberTop);
     // Select in the players: pause while playing, resume a paused or held
     // video, start a stopped one.
     void togglePlayback();

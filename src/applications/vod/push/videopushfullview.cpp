@@ -31,21 +31,6 @@ VideoPushFullView::~VideoPushFullView()
     stopAllTimers();
 }
 
-int VideoPushFullView::volumeOverlayOffset(playScreenType type)
-{
-    return type == WidePushScreen ? 58 : 0;
-}
-
-QString VideoPushFullView::volumePointImage(int i)
-{
-    // The two end points have their own images; the others carry no extension.
-    if (i == 1)
-        return QStringLiteral(":image/vod/volume_bar_point_01_full");
-    if (i == 16)
-        return QStringLiteral(":image/vod/volume_bar_point_16_full");
-    return QStringLiteral(":image/vod/volume_bar_point_%1").arg(i, 2, 10, QLatin1Char('0'));
-}
-
 int VideoPushFullView::steppedVolume(int level, int key)
 {
     if (key == Qt::Key_VolumeUp && level <= 15)
@@ -76,22 +61,7 @@ void VideoPushFullView::deleteVolumeRect()
 
 void VideoPushFullView::drawVolumeRect(QPainter *painter)
 {
-    const int dx = volumeOverlayOffset(screenType);
-    painter->save();
-    painter->fillRect(QRect(dx + 27, 207, 309, 34), QBrush(QColor(10, 10, 10, 50)));
-    painter->drawPixmap(QPoint(dx + 43, 214),
-                        QPixmap(isMute ? QStringLiteral(":image/vod/vod_icon_volume_none.png")
-                                       : QStringLiteral(":image/vod/vod_icon_volume.png")));
-    QFont font;
-    font.setPointSize(24);
-    painter->setFont(font);
-    painter->setPen(volumeColor(volume));
-    painter->drawText(QRect(dx + 298, 214, 50, 50), Qt::AlignLeft, QString::number(volume));
-    painter->fillRect(QRect(dx + 73, 221, 210, 5), QBrush(QColor(10, 10, 10, 255)));
-    painter->drawTiledPixmap(QRect(dx + 74, 222, 208, 3), QPixmap(QStringLiteral(":image/vod/vod_bar_bg.png")));
-    for (int i = 1; i <= volume; ++i)
-        painter->drawPixmap(QPoint(dx + 74 + 13 * (i - 1), 222), QPixmap(volumePointImage(i)));
-    painter->restore();
+    drawVolumeOverlay(painter, 50, 214);
 }
 
 void VideoPushFullView::drawButtonColumn(QPainter *painter)

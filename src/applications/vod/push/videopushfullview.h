@@ -18,10 +18,6 @@ public:
     void drawVolumeRect(QPainter *painter) override;
     void drawButtonColumn(QPainter *painter);
 
-    // How far right the overlay sits: the wide picture is centred on the screen.
-    static int volumeOverlayOffset(playScreenType type);
-    // The image of bar point i (1 to 16) of the overlay.
-    static QString volumePointImage(int i);
     // The level after a volume key, kept within 1 to 16.
     static int steppedVolume(int level, int key);
 

@@ -39,35 +39,9 @@ void VodPlayFullScreenView::messageHandle(const QString &message, const QByteArr
     VodPlayView::messageHandle(message, data);
 }
 
-QString VodPlayFullScreenView::volumePointImage(int level)
-{
-    if (level == 1)
-        return QStringLiteral(":image/vod/volume_bar_point_01_full");
-    if (level == 16)
-        return QStringLiteral(":image/vod/volume_bar_point_16_full");
-    return QStringLiteral(":image/vod/volume_bar_point_%1").arg(level, 2, 10, QLatin1Char('0'));
-}
-
 void VodPlayFullScreenView::drawVolumeRect(QPainter *painter)
 {
-    // The wide picture centres the overlay under it.
-    const int dx = screenType == WideVodScreen ? 58 : 0;
-
-    painter->fillRect(QRect(27 + dx, 207, 309, 34), QColor(10, 10, 10, 40));
-    painter->drawPixmap(43 + dx, 214,
-                        QPixmap(isMute ? QStringLiteral(":image/vod/vod_icon_volume_none.png")
-                                       : QStringLiteral(":image/vod/vod_icon_volume.png")));
-
-    QFont font;
-    font.setPointSize(24);
-    painter->setFont(font);
-    painter->setPen(volumeColor(volume));
-    painter->drawText(QRect(298 + dx, 211, 50, 50), Qt::AlignLeft, QString::number(volume));
-
-    painter->fillRect(QRect(73 + dx, 221, 210, 5), QColor(10, 10, 10, 255));
-    painter->drawTiledPixmap(QRect(74 + dx, 222, 208, 3), QPixmap(QStringLiteral(":image/vod/vod_bar_bg.png")));
-    for (int i = 1; i <= volume; ++i)
-        painter->drawPixmap(74 + dx + 13 * (i - 1), 222, QPixmap(volumePointImage(i)));
+    drawVolumeOverlay(painter, 40, 211);
 }
 
 void VodPlayFullScreenView::showVolumeRect()

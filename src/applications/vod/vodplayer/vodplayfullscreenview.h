@@ -18,9 +18,6 @@ public:
     void showVolumeRect() override;
     bool isVolumeRectShown() const override { return volumeRectShown; }
 
-    // The image of point `level` (1 … 16) of the overlay's volume bar.
-    static QString volumePointImage(int level);
-
     bool volumeRectShown = false;
     QTimer *volumeRectTimer = nullptr;
 

@@ -23,6 +23,8 @@ private slots:
     void videoWindowRect();
     void volumeColor_data();
     void volumeColor();
+    void volumePointImages_data();
+    void volumePointImages();
 };
 
 void tst_PlayerLogic::seekTarget_data()
@@ -139,6 +141,27 @@ void tst_PlayerLogic::volumeColor()
     QFETCH(int, level);
     QFETCH(QColor, color);
     QCOMPARE(VodPlayView::volumeColor(level), color);
+}
+
+void tst_PlayerLogic::volumePointImages_data()
+{
+    // The small read-out's bar and the full-screen overlay's differ only at the ends.
+    QTest::addColumn<int>("point");
+    QTest::addColumn<QString>("small");
+    QTest::addColumn<QString>("overlay");
+    QTest::newRow("1") << 1 << ":image/vod/volume_bar_point_01" << ":image/vod/volume_bar_point_01_full";
+    QTest::newRow("2") << 2 << ":image/vod/volume_bar_point_02" << ":image/vod/volume_bar_point_02";
+    QTest::newRow("10") << 10 << ":image/vod/volume_bar_point_10" << ":image/vod/volume_bar_point_10";
+    QTest::newRow("16") << 16 << ":image/vod/volume_bar_point_16" << ":image/vod/volume_bar_point_16_full";
+}
+
+void tst_PlayerLogic::volumePointImages()
+{
+    QFETCH(int, point);
+    QFETCH(QString, small);
+    QFETCH(QString, overlay);
+    QCOMPARE(PlayerLogic::volumePointImage(point), small);
+    QCOMPARE(PlayerLogic::overlayPointImage(point), overlay);
 }
 
 QTEST_GUILESS_MAIN(tst_PlayerLogic)

@@ -70,24 +70,6 @@ private slots:
         QVERIFY(grid && qobject_cast<EmptyBg *>(grid->itemAtPosition(0, 0)->widget()));
     }
 
-    void volumePointImages_data()
-    {
-        QTest::addColumn<int>("point");
-        QTest::addColumn<QString>("image");
-        QTest::newRow("1") << 1 << ":image/vod/volume_bar_point_01_full";
-        QTest::newRow("2") << 2 << ":image/vod/volume_bar_point_02";
-        QTest::newRow("9") << 9 << ":image/vod/volume_bar_point_09";
-        QTest::newRow("10") << 10 << ":image/vod/volume_bar_point_10";
-        QTest::newRow("15") << 15 << ":image/vod/volume_bar_point_15";
-        QTest::newRow("16") << 16 << ":image/vod/volume_bar_point_16_full";
-    }
-    void volumePointImages()
-    {
-        QFETCH(int, point);
-        QFETCH(QString, image);
-        QCOMPARE(VideoPushFullView::volumePointImage(point), image);
-    }
-
     void wideSwitchThenHandBack()
     {
         VideoPushView owner(nullptr, {});

@@ -306,22 +306,6 @@ private slots:
         QCOMPARE(image.pixelColor(283 + dx, 221), backdrop);
     }
 
-    void volumePointImages_data()
-    {
-        QTest::addColumn<int>("level");
-        QTest::addColumn<QString>("image");
-        QTest::newRow("1") << 1 << ":image/vod/volume_bar_point_01_full";
-        QTest::newRow("9") << 9 << ":image/vod/volume_bar_point_09";
-        QTest::newRow("10") << 10 << ":image/vod/volume_bar_point_10";
-        QTest::newRow("16") << 16 << ":image/vod/volume_bar_point_16_full";
-    }
-    void volumePointImages()
-    {
-        QFETCH(int, level);
-        QFETCH(QString, image);
-        QCOMPARE(VodPlayFullScreenView::volumePointImage(level), image);
-    }
-
     void timeReports()
     {
         Rig rig;
