@@ -107,6 +107,9 @@ fi
 
 # shellcheck disable=SC2206 # SIM_ARGS is split into words on purpose
 sim_args+=(${SIM_ARGS:-})
+# The log exists before the follower starts: the background redirection below
+# opens it only when the simulator's process gets to it.
+: >"$work/sim.log"
 "$simulator" "${sim_args[@]}" >"$work/sim.log" 2>&1 &
 sim_pid=$!
 tail -n +1 --pid="$sim_pid" -f "$work/sim.log" | sed -u 's/^/[vm] /' &
