@@ -88,6 +88,13 @@ void pressKey(QWidget *widget, int key, Qt::KeyboardModifiers modifiers)
     QTest::sendKeyEvent(QTest::Click, widget, Qt::Key(key), QString(), modifiers);
 }
 
+bool keyAccepted(QWidget *widget, int key)
+{
+    QKeyEvent press(QEvent::KeyPress, key, Qt::NoModifier);
+    QApplication::sendEvent(widget, &press);
+    return press.isAccepted();
+}
+
 void flushEvents()
 {
     QCoreApplication::sendPostedEvents();

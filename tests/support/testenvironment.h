@@ -54,6 +54,10 @@ void deliver(const QString &channel, const QString &message, const QByteArray &d
 // take the device's own key codes.
 void pressKey(QWidget *widget, int key, Qt::KeyboardModifiers modifiers = Qt::NoModifier);
 
+// Sends one key press straight to a widget and tells whether it kept the event
+// (a key left ignored travels on to the platform).
+bool keyAccepted(QWidget *widget, int key);
+
 // Runs the posted events (the in-process transport delivers through them).
 void flushEvents();
 

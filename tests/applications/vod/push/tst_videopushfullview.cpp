@@ -39,13 +39,6 @@ VideoPushFullView *openFullView(VideoPushView &view)
     QtopiaIpcTransport::clearTraffic();
     return full;
 }
-
-bool sendKey(QWidget *w, int key)
-{
-    QKeyEvent press(QEvent::KeyPress, key, Qt::NoModifier);
-    QApplication::sendEvent(w, &press);
-    return press.isAccepted();
-}
 }
 
 class tst_VideoPushFullView : public QObject
@@ -151,7 +144,7 @@ private slots:
     {
         VideoPushView owner(nullptr, {});
         VideoPushFullView *full = openFullView(owner);
-        QVERIFY(sendKey(full, Qt::Key_Back));
+        QVERIFY(keyAccepted(full, Qt::Key_Back));
         QVERIFY(full->isVisible());
         QCOMPARE(full->screenStatus, VodPlayView::Playing);
         QCOMPARE(owner.screenStatus, VodPlayView::Playing);
@@ -173,7 +166,7 @@ private slots:
         VideoPushView owner(nullptr, {});
         VideoPushFullView *full = openFullView(owner);
         QTest::ignoreMessage(QtDebugMsg, "keyPressEvent 1543 Headset pressed");
-        QVERIFY(sendKey(full, Key_Headset));
+        QVERIFY(keyAccepted(full, Key_Headset));
         QCOMPARE(signaturesOn("QPE/CallManager"), QStringList{"setHeadset_onoff()"});
     }
 

@@ -29,14 +29,6 @@ QStringList wire()
         result << m.channel + QLatin1Char(' ') + m.message;
     return result;
 }
-
-// Sends a key the way the device does and tells whether the view kept it.
-bool sendKey(QWidget *w, int key)
-{
-    QKeyEvent press(QEvent::KeyPress, key, Qt::NoModifier);
-    QApplication::sendEvent(w, &press);
-    return press.isAccepted();
-}
 }
 
 class tst_VideoPushView : public QObject
@@ -235,7 +227,7 @@ private slots:
         deliver(PushApp, "startPush()");
         QtopiaIpcTransport::clearTraffic();
         QTest::ignoreMessage(QtDebugMsg, qPrintable(debugLine));
-        QCOMPARE(sendKey(&view, key), accepted);
+        QCOMPARE(keyAccepted(&view, key), accepted);
         QCOMPARE(view.screenStatus, VodPlayView::Stopped);
         QCOMPARE(signaturesOn(VideoManager), QStringList{"stopUIPush()"});
         QVERIFY(view.isVisible());
