@@ -1,5 +1,6 @@
 #include "launcher.h"
 
+#include "keydelivery.h"
 #include "keymap.h"
 #include "keynamereader.h"
 #include "keytranslator.h"
@@ -16,6 +17,7 @@
 #include <QAbstractEventDispatcher>
 #include <QApplication>
 #include <QFileInfo>
+#include <QGuiApplication>
 #include <QKeyEvent>
 #include <QLocale>
 #include <QTimer>
@@ -174,7 +176,7 @@ int Launcher::exec()
     launcherScreen->setFrameHooks(FrameHooks::fromLibrary(library));
     screen = launcherScreen;
     connect(launcherScreen, &LauncherScreen::closed, this, &Launcher::quit);
-    launcherScreen->show();
+    launcherScreen->showFrame();
 
     window = createWindow(launcherScreen);
     if (!window) {
@@ -271,21 +273,6 @@ void Launcher::deliverKey(const QString &name)
         return;
     }
 
-    QWidget *target = QApplication::focusWidget();
-    if (!target)
-        target = QApplication::activeWindow();
-    if ((!target || target == screen) && window)
-        target = window->focusWidget() ? window->focusWidget() : window.data();
-    if (!target) {
-        printError(tr("no window to take the key \"%1\"").arg(name));
-        return;
-    }
-
-    QPointer<QWidget> receiver(target);
-    QKeyEvent press(QEvent::KeyPress, stroke.key, stroke.modifiers);
-    QCoreApplication::sendEvent(receiver, &press);
-    if (receiver) {
-        QKeyEvent release(QEvent::KeyRelease, stroke.key, stroke.modifiers);
-        QCoreApplication::sendEvent(receiver, &release);
-    }
+    if (!deliverKeyStroke(stroke) && options.trace)
+        printError(tr("no window has the keyboard: the key \"%1\" reaches nobody").arg(name));
 }

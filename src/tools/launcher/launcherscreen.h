@@ -7,13 +7,15 @@
 #include <QWidget>
 
 class ScreenCompositor;
+class WindowManager;
 class QTimer;
 
-// The stand-in for the device's 480 x 272 display: a fixed-size window. Every
-// top-level window that asks to be maximized or full screen is laid over it
-// instead of over the desktop. The window shows the display as the device
-// would (ScreenCompositor): the module's windows over the video picture, with
-// the platform's title and soft-key bars.
+// The stand-in for the device's 480 x 272 display and its window manager. The
+// window manager places the process's windows on the display; the display
+// shows what they painted (ScreenCompositor), with the platform's title and
+// soft-key bars, over the video manager's picture. On a real display this
+// widget is the frame a person looks at; it never takes the keyboard, which
+// stays with the module's windows. Offscreen nobody looks, and it is not shown.
 class LauncherScreen : public QWidget
 {
     Q_OBJECT
@@ -23,13 +25,17 @@ public:
     static constexpr int Height = 272;
 
     explicit LauncherScreen(QWidget *parent = nullptr);
+    ~LauncherScreen() override;
 
-    // The display in global coordinates.
+    // Shows the frame where someone can look at it.
+    void showFrame();
+    // The display in the window system's coordinates.
     QRect area() const;
 
     // Where the soft-key labels and the video manager's messages come from.
     void setFrameHooks(const FrameHooks &hooks);
     ScreenCompositor *compositor() const { return screenCompositor; }
+    WindowManager *windowManager() const { return manager; }
 
     // What the display shows now.
     QImage screenImage() const;
@@ -38,16 +44,12 @@ signals:
     void closed();
 
 protected:
-    bool eventFilter(QObject *watched, QEvent *event) override;
     void closeEvent(QCloseEvent *event) override;
+    void moveEvent(QMoveEvent *event) override;
     void paintEvent(QPaintEvent *event) override;
-    void keyPressEvent(QKeyEvent *event) override;
-    void keyReleaseEvent(QKeyEvent *event) override;
 
 private:
-    void place(QWidget *window);
-    void forwardKey(QKeyEvent *event);
-
+    WindowManager *manager;
     ScreenCompositor *screenCompositor = nullptr;
     QTimer *refresh;
     // On a real display the frame follows the picture, and the module's windows

@@ -54,6 +54,9 @@ int main(int argc, char **argv)
 
     useDeviceFontResolution();
     QApplication app(argc, argv);
+    // The launcher ends a launch itself (its main window gone, its input over),
+    // not whenever no window happens to be up.
+    QApplication::setQuitOnLastWindowClosed(false);
     QCoreApplication::setApplicationName(QStringLiteral("qpe-launcher"));
     QCoreApplication::setApplicationVersion(QStringLiteral(VIDEOPHONE_VERSION));
 

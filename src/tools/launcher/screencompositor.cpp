@@ -2,8 +2,13 @@
 
 #include "testpicture.h"
 #include "videofeed.h"
+#include "windowmanager.h"
 
 #include <QApplication>
+#include <QBackingStore>
+#include <QGuiApplication>
+#include <QScreen>
+#include <QWindow>
 #include <QFontMetrics>
 #include <QPainter>
 #include <QWidget>
@@ -39,59 +44,34 @@ void drawTitleIcon(QPainter *painter, const QRect &rect, const QString &name)
 }
 }
 
-const char *ScreenCompositor::placementProperty()
-{
-    return "devicePlacement";
-}
-
-ScreenCompositor::ScreenCompositor(const FrameHooks &hooks, QObject *parent)
+ScreenCompositor::ScreenCompositor(const FrameHooks &hooks, const WindowManager *windows, QObject *parent)
     : QObject(parent)
     , hooks(hooks)
+    , manager(windows)
     , feed(new VideoFeed(hooks, this))
 {
 }
 
-QRect ScreenCompositor::deviceRect(Placement placement, const QSize &windowSize)
+QImage ScreenCompositor::paintedImage(const QWidget *window)
 {
-    switch (placement) {
-    case Maximized:
-        return QRect(0, BarHeight, Width, Height - 2 * BarHeight);
-    case FullScreen:
-        return QRect(0, 0, Width, Height);
-    case Centred:
-        break;
+    QImage image;
+    if (QGuiApplication::platformName() == QLatin1String("offscreen")) {
+        // The offscreen platform hands out a window's backing store as last flushed.
+        if (window->windowHandle() && window->windowHandle()->handle())
+            image = window->screen()->grabWindow(window->winId()).toImage();
+    } else if (QBackingStore *store = window->backingStore()) {
+        if (QPaintDevice *device = store->paintDevice(); device && device->devType() == QInternal::Image)
+            image = *static_cast<const QImage *>(device);
     }
-    const QSize size = windowSize.boundedTo(QSize(Width, Height));
-    return QRect(QPoint((Width - size.width()) / 2, (Height - size.height()) / 2), size);
-}
-
-ScreenCompositor::Placement ScreenCompositor::placementOf(const QWidget *window)
-{
-    const QVariant value = window->property(placementProperty());
-    return value.isValid() ? Placement(value.toInt()) : Centred;
-}
-
-void ScreenCompositor::raise(QWidget *window)
-{
-    order.removeAll(QPointer<QWidget>(window));
-    order.removeAll(QPointer<QWidget>());
-    order.append(window);
-}
-
-QList<QWidget *> ScreenCompositor::stack() const
-{
-    const auto drawn = [this](const QWidget *w) { return w && w != excluded && w->isWindow() && w->isVisible(); };
-    QList<QWidget *> result;
-    // Windows shown before the compositor saw them lie at the bottom.
-    for (QWidget *w : QApplication::topLevelWidgets()) {
-        if (drawn(w) && !order.contains(QPointer<QWidget>(w)))
-            result.append(w);
-    }
-    for (const QPointer<QWidget> &w : order) {
-        if (drawn(w) && !result.contains(w.data()))
-            result.append(w);
-    }
-    return result;
+    if (image.isNull())
+        return image;
+    // An opaque store has no alpha, yet what the window cleared holds zero
+    // bytes where painted pixels hold an opaque alpha; what was blended over a
+    // cleared pixel keeps the alpha of the blend. Read as premultiplied ARGB,
+    // the store is the window as the phone's display composes it.
+    if (image.format() == QImage::Format_RGB32)
+        image.reinterpretAsFormat(QImage::Format_ARGB32_Premultiplied);
+    return image;
 }
 
 QImage ScreenCompositor::compose() const
@@ -108,16 +88,16 @@ QImage ScreenCompositor::compose() const
     QImage image = video;
     QPainter painter(&image);
 
-    const QList<QWidget *> windows = stack();
+    const QList<QWidget *> windows = manager->stack();
     // The bars lie over the topmost window that takes the whole display and
     // under the pop-ups above it; a full-screen window covers them.
     qsizetype barsAbove = -1;
     bool barsCovered = false;
     for (qsizetype i = 0; i < windows.size(); ++i) {
-        const Placement placement = placementOf(windows.at(i));
-        if (placement != Centred) {
+        const WindowManager::Placement placement = WindowManager::placementOf(windows.at(i));
+        if (placement != WindowManager::Centred) {
             barsAbove = i;
-            barsCovered = placement == FullScreen;
+            barsCovered = placement == WindowManager::FullScreen;
         }
     }
     const auto drawBars = [&] {
@@ -129,25 +109,21 @@ QImage ScreenCompositor::compose() const
     if (barsAbove < 0)
         drawBars();
     for (qsizetype i = 0; i < windows.size(); ++i) {
-        drawWindow(&painter, windows.at(i), video);
+        // A window that has flushed nothing yet shows nothing; what it has
+        // painted covers the windows beneath it, and where it is clear the
+        // picture shows, not those windows: the video plane lies under them all.
+        QWidget *window = windows.at(i);
+        const QImage painted = paintedImage(window);
+        if (!painted.isNull()) {
+            const QRect rect = manager->displayRect(window);
+            painter.drawImage(rect.topLeft(), video, QRect(rect.topLeft(), painted.size()));
+            painter.drawImage(rect.topLeft(), painted);
+        }
         if (i == barsAbove)
             drawBars();
     }
     painter.end();
     return image;
-}
-
-void ScreenCompositor::drawWindow(QPainter *painter, QWidget *window, const QImage &video) const
-{
-    const QRect rect = deviceRect(placementOf(window), window->size());
-    painter->drawImage(rect.topLeft(), video, rect);
-    // An image of its own keeps what the window clears transparent, so that the
-    // picture underneath shows through as on the device.
-    QImage layer(rect.size(), QImage::Format_ARGB32_Premultiplied);
-    layer.fill(Qt::transparent);
-    window->render(&layer, QPoint(), QRegion(QRect(QPoint(), rect.size())),
-                   QWidget::DrawWindowBackground | QWidget::DrawChildren);
-    painter->drawImage(rect.topLeft(), layer);
 }
 
 void ScreenCompositor::drawTitleBar(QPainter *painter, const QList<QWidget *> &windows) const

@@ -113,6 +113,7 @@ SimulatorCommandLine parseSimulatorCommandLine(const QStringList &arguments)
         {"time-scale", "One simulated second lasts <factor> real seconds (0.05: 50 ms). Default 1.",
          "factor"},
         {"push-start-delay", "Seconds from pushAppExecuted() to startPush(). Default 0.5.", "seconds"},
+        {"answer-delay", "Seconds from a catalogue or set-up request to its answer. Default 0.", "seconds"},
         {"silent-after", "Stops answering and reporting <seconds> after the first playback start.",
          "seconds"},
         {"fail-setup-vod", "Answers setupVod(int) with setupFailVod(int) carrying <code>.", "code"},
@@ -150,6 +151,7 @@ SimulatorCommandLine parseSimulatorCommandLine(const QStringList &arguments)
     QString error;
     if (!readNumber(parser, "time-scale", 0, false, &o.timeScale, &error)
         || !readNumber(parser, "push-start-delay", 0, true, &o.pushStartDelay, &error)
+        || !readNumber(parser, "answer-delay", 0, true, &o.answerDelay, &error)
         || !readNumber(parser, "silent-after", 0, true, &o.silentAfter, &error)
         || !readNumber(parser, "call-at", 0, true, &o.callAt, &error)
         || !readNumber(parser, "call-length", 0, true, &o.callLength, &error)

@@ -27,6 +27,7 @@ struct SimulatorOptions
     SimCatalogue catalogue = SimCatalogue::builtIn();
     double timeScale = 1.0;
     double pushStartDelay = 0.5; // "pushAppExecuted()" to "startPush()"
+    double answerDelay = 0; // a catalogue or set-up request to its answer
 
     double silentAfter = -1; // negative: never
     std::optional<int> failSetupVod;

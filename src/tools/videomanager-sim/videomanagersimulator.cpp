@@ -14,10 +14,6 @@
 using namespace VodMessage;
 
 namespace {
-bool is(const QString &message, const char *signature)
-{
-    return message == QLatin1String(signature);
-}
 }
 
 VideoManagerSimulator::VideoManagerSimulator(const SimulatorOptions &options, QObject *parent)
@@ -67,7 +63,7 @@ void VideoManagerSimulator::onVideoManager(const QString &message, const QByteAr
     }
     log(QStringLiteral("<-"), channel, message, data);
 
-    if (is(message, ChangeVodWindow)) {
+    if (isMessage(message, ChangeVodWindow)) {
         MessageReader in(data);
         const int x = in.readInt();
         const int y = in.readInt();
@@ -75,7 +71,7 @@ void VideoManagerSimulator::onVideoManager(const QString &message, const QByteAr
         const int height = in.readInt();
         window = QRect(x, y, width, height);
         note(QStringLiteral("video window now %1,%2 %3x%4").arg(x).arg(y).arg(width).arg(height));
-    } else if (is(message, RequestContentsPage)) {
+    } else if (isMessage(message, RequestContentsPage)) {
         note(QStringLiteral("paged contents are not simulated: not answered"));
     } else if (!answerPush(message)) {
         answerVod(message, data);
@@ -88,10 +84,10 @@ void VideoManagerSimulator::onCallManager(const QString &message, const QByteArr
     log(QStringLiteral("<-"), channel, message, data, silent ? QStringLiteral("silent") : QString());
     if (silent)
         return;
-    if (is(message, SetVolumeVod)) {
+    if (isMessage(message, SetVolumeVod)) {
         volumeLevel = MessageReader(data).readInt();
         note(QStringLiteral("volume now %1").arg(volumeLevel));
-    } else if (is(message, SetHeadsetOnOff)) {
+    } else if (isMessage(message, SetHeadsetOnOff)) {
         headset = !headset;
         note(headset ? QStringLiteral("headset on") : QStringLiteral("headset off"));
     }
@@ -100,25 +96,25 @@ void VideoManagerSimulator::onCallManager(const QString &message, const QByteArr
 bool VideoManagerSimulator::answerPush(const QString &message)
 {
     const char *const push = VodChannel::PushApplication;
-    if (is(message, PushAppExecuted)) {
+    if (isMessage(message, PushAppExecuted)) {
         after(settings.pushStartDelay, [this, push] {
             if (settings.failSetupPush)
                 send(push, SetupFailPush, messageData(qint32(*settings.failSetupPush)));
             else
                 send(push, StartPush);
         });
-    } else if (is(message, PlayPush)) {
+    } else if (isMessage(message, PlayPush)) {
         pushSeconds = 0;
         pushTicker->start();
         playbackStarted(true);
-    } else if (is(message, PausePush)) {
+    } else if (isMessage(message, PausePush)) {
         pushTicker->stop();
         send(push, PauseOKPush);
-    } else if (is(message, ResumePush)) {
+    } else if (isMessage(message, ResumePush)) {
         pushTicker->start();
-    } else if (is(message, StopUIPush)) {
+    } else if (isMessage(message, StopUIPush)) {
         send(push, EndOKPush);
-    } else if (is(message, StopPush) || is(message, StopMulticastPush)) {
+    } else if (isMessage(message, StopPush) || isMessage(message, StopMulticastPush)) {
         pushTicker->stop();
     } else {
         return false;
@@ -129,31 +125,36 @@ bool VideoManagerSimulator::answerPush(const QString &message)
 void VideoManagerSimulator::answerVod(const QString &message, const QByteArray &data)
 {
     MessageReader in(data);
-    if (is(message, RequestGroupList)) {
-        const int groups = int(settings.catalogue.groups.size());
-        writeCatalogue(QLatin1String(CatalogueLayout::GroupFile), groupCatalogueBytes(settings.catalogue),
-                       GetGroupList, QStringLiteral("%1 group(s)").arg(groups));
-    } else if (is(message, RequestContents)) {
+    if (isMessage(message, RequestGroupList)) {
+        // Writing a catalogue or setting a title up may take the video manager a while.
+        afterAnswerDelay([this] {
+            const int groups = int(settings.catalogue.groups.size());
+            writeCatalogue(QLatin1String(CatalogueLayout::GroupFile), groupCatalogueBytes(settings.catalogue),
+                           GetGroupList, QStringLiteral("%1 group(s)").arg(groups));
+        });
+    } else if (isMessage(message, RequestContents)) {
         selectedGroup = in.readInt();
         selectedPart = in.readInt();
-        const SimPart *part = settings.catalogue.part(selectedGroup, selectedPart);
-        writeCatalogue(QLatin1String(CatalogueLayout::ContentsFile),
-                       contentsCatalogueBytes(settings.catalogue, selectedGroup, selectedPart), GetContentsList,
-                       QStringLiteral("%1 title(s) of group %2 part %3")
-                           .arg(part ? part->titles.size() : 0)
-                           .arg(selectedGroup)
-                           .arg(selectedPart));
-    } else if (is(message, SetupVod)) {
-        setupVod(in.readInt());
-    } else if (is(message, StartVod)) {
+        afterAnswerDelay([this, group = selectedGroup, partIndex = selectedPart] {
+            const SimPart *part = settings.catalogue.part(group, partIndex);
+            writeCatalogue(QLatin1String(CatalogueLayout::ContentsFile),
+                           contentsCatalogueBytes(settings.catalogue, group, partIndex), GetContentsList,
+                           QStringLiteral("%1 title(s) of group %2 part %3")
+                               .arg(part ? part->titles.size() : 0)
+                               .arg(group)
+                               .arg(partIndex));
+        });
+    } else if (isMessage(message, SetupVod)) {
+        afterAnswerDelay([this, number = in.readInt()] { setupVod(number); });
+    } else if (isMessage(message, StartVod)) {
         startVod(in.readString());
-    } else if (is(message, PauseVod)) {
+    } else if (isMessage(message, PauseVod)) {
         pauseVod();
-    } else if (is(message, ResumeVod)) {
+    } else if (isMessage(message, ResumeVod)) {
         resumeVod(in.readString());
-    } else if (is(message, ForwardVod) || is(message, ReverseVod)) {
+    } else if (isMessage(message, ForwardVod) || isMessage(message, ReverseVod)) {
         seekVod(message, in.readString());
-    } else if (is(message, StopVod)) {
+    } else if (isMessage(message, StopVod)) {
         vodTicker->stop();
         send(VodChannel::VideoApplication, EndOKVod);
     }
@@ -319,6 +320,14 @@ void VideoManagerSimulator::goSilent()
     for (QTimer *timer : std::as_const(pending))
         timer->stop();
     note(QStringLiteral("silent from now on: no answers, no reports"));
+}
+
+void VideoManagerSimulator::afterAnswerDelay(std::function<void()> action)
+{
+    if (settings.answerDelay > 0)
+        after(settings.answerDelay, std::move(action));
+    else
+        action();
 }
 
 void VideoManagerSimulator::after(double seconds, std::function<void()> action)

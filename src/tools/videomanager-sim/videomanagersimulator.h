@@ -80,6 +80,8 @@ private:
     void note(const QString &text);
     // Runs `action` after `seconds` simulated seconds, unless the simulator falls silent first.
     void after(double seconds, std::function<void()> action);
+    // Runs `action` once the answer delay has passed (at once without one).
+    void afterAnswerDelay(std::function<void()> action);
 
     SimulatorOptions settings;
     bool silent = false;

@@ -57,6 +57,8 @@ int main(int argc, char **argv)
 
     useDeviceFontResolution();
     QApplication app(argc, argv);
+    // The session ends with its script, not whenever no window happens to be up.
+    QApplication::setQuitOnLastWindowClosed(false);
     QCoreApplication::setApplicationName(QStringLiteral("storyboard"));
 
     QCommandLineParser parser;

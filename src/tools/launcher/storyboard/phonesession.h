@@ -33,7 +33,7 @@ public:
     void end();
 
 private:
-    void press(QWidget *target, const QString &keyName);
+    void press(const QString &keyName);
     int reports() const;
 
     LauncherScreen *display;
