@@ -10,7 +10,7 @@ packages=(
     libqt6dbus6 libqt6test6
     dbus-daemon dbus-bin
     clang libclang-rt-14-dev valgrind
-    fonts-dejavu-core fonts-nanum
+    fonts-dejavu-core fonts-dejavu-extra fonts-nanum
 )
 
 missing=()

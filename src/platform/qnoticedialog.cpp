@@ -14,7 +14,7 @@ QNoticeDialog::Presenter &presenter()
 }
 
 QNoticeDialog::QNoticeDialog(const Notice &notice, QWidget *parent)
-    : QDialog(parent)
+    : QDialog(parent), shown(notice)
 {
     setObjectName(QStringLiteral("QNoticeDialog"));
     setWindowTitle(notice.kind == Warning ? tr("Warning") : tr("Information"));
@@ -66,7 +66,7 @@ int QNoticeDialog::present(const Notice &notice)
     bool ok = false;
     const int timeout = qEnvironmentVariableIntValue("QPE_NOTICE_TIMEOUT", &ok);
     if (ok && timeout >= 0)
-        QTimer::singleShot(timeout, &dialog, &QDialog::accept);
+        QTimer::singleShot(timeout, Qt::PreciseTimer, &dialog, &QDialog::accept);
     return dialog.exec();
 }
 

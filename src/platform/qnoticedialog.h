@@ -36,9 +36,14 @@ public:
 
     QNoticeDialog(const Notice &notice, QWidget *parent);
 
+    // What the notice says, as it was asked for.
+    const Notice &notice() const { return shown; }
+
 protected:
     void keyPressEvent(QKeyEvent *e) override;
 
 private:
     static int present(const Notice &notice);
+
+    Notice shown;
 };

@@ -20,6 +20,9 @@ QWaitWidget::QWaitWidget(QWidget *parent)
     layout->addWidget(label);
     setFixedSize(360, 100);
 
+    // The expiry is a fixed interval of the design: a coarse timer may fire 5 % early.
+    expiryTimer->setTimerType(Qt::PreciseTimer);
+    resultTimer->setTimerType(Qt::PreciseTimer);
     expiryTimer->setSingleShot(true);
     connect(expiryTimer, &QTimer::timeout, this, &QWaitWidget::expire);
     resultTimer->setSingleShot(true);

@@ -42,10 +42,6 @@ QString logHeader(const char *file, int line, const char *function)
         .arg(QLatin1String(function));
 }
 
-bool is(const QString &message, const char *signature)
-{
-    return message == QLatin1String(signature);
-}
 
 // Toward zero like a C cast, but defined for every float: the notification's
 // numbers come from another process and may be anything.
@@ -348,42 +344,42 @@ void vod::vodRequestHandle(const QString &message, const QByteArray &arguments)
     const auto positionText = [](float seconds) { return QString::number(double(seconds), 'g', 6); };
 
     // The wait pop-up of a request opens before its arguments are read.
-    if (is(message, VodMessage::SetupVod)) {
+    if (isMessage(message, VodMessage::SetupVod)) {
         showWaitWidget(WaitForSetup);
         const qint32 content = in.readInt();
         QtopiaIpcEnvelope e(channel, message);
         e << content;
-    } else if (is(message, VodMessage::StartVod) || is(message, VodMessage::ResumeVod)) {
+    } else if (isMessage(message, VodMessage::StartVod) || isMessage(message, VodMessage::ResumeVod)) {
         const QString position = positionText(in.readFloat());
         QtopiaIpcEnvelope e(channel, message);
         e << position;
-    } else if (is(message, VodMessage::PauseVod)) {
+    } else if (isMessage(message, VodMessage::PauseVod)) {
         const qint32 reason = in.readInt();
         QtopiaIpcEnvelope e(channel, message);
         e << reason;
-    } else if (is(message, VodMessage::StopVod)) {
+    } else if (isMessage(message, VodMessage::StopVod)) {
         QtopiaIpcEnvelope e(channel, message);
-    } else if (is(message, VodMessage::ReverseVod) || is(message, VodMessage::ForwardVod)) {
+    } else if (isMessage(message, VodMessage::ReverseVod) || isMessage(message, VodMessage::ForwardVod)) {
         const QString position = positionText(in.readFloat());
         QtopiaIpcEnvelope e(channel, message);
         e << position;
-    } else if (is(message, VodMessage::RequestGroupList)) {
+    } else if (isMessage(message, VodMessage::RequestGroupList)) {
         showWaitWidget(WaitForGroupList);
         QtopiaIpcEnvelope e(channel, message);
-    } else if (is(message, VodMessage::RequestContents)) {
+    } else if (isMessage(message, VodMessage::RequestContents)) {
         showWaitWidget(WaitForContents);
         const qint32 group = in.readInt();
         const qint32 part = in.readInt();
         QtopiaIpcEnvelope e(channel, message);
         e << group << part;
-    } else if (is(message, VodMessage::RequestContentsPage)) {
+    } else if (isMessage(message, VodMessage::RequestContentsPage)) {
         const qint32 first = in.readInt();
         const qint32 second = in.readInt();
         QtopiaIpcEnvelope e(channel, message);
         e << first << second;
-    } else if (is(message, VodMessage::PausePush)) {
+    } else if (isMessage(message, VodMessage::PausePush)) {
         QtopiaIpcEnvelope e(channel, message);
-    } else if (is(message, VodMessage::ChangeVodWindow)) {
+    } else if (isMessage(message, VodMessage::ChangeVodWindow)) {
         const qint32 x = in.readInt();
         const qint32 y = in.readInt();
         const qint32 width = in.readInt();
@@ -412,17 +408,17 @@ void vod::vodMessageHandle(const QString &msg, const QByteArray &data)
         player->messageHandle(msg, data);
     }
 
-    if (is(msg, VodMessage::SetupOKVod))
+    if (isMessage(msg, VodMessage::SetupOKVod))
         setupInfoView(data);
-    else if (is(msg, VodMessage::SetupFailVod))
+    else if (isMessage(msg, VodMessage::SetupFailVod))
         setupFailed(data);
-    else if (is(msg, VodMessage::GetGroupList))
+    else if (isMessage(msg, VodMessage::GetGroupList))
         groupListArrived();
-    else if (is(msg, VodMessage::GetContentsList))
+    else if (isMessage(msg, VodMessage::GetContentsList))
         contentsListArrived();
-    else if (is(msg, VodMessage::CheckFocus))
+    else if (isMessage(msg, VodMessage::CheckFocus))
         checkVodFocus(msg);
-    else if (is(msg, VodMessage::ClearFocus))
+    else if (isMessage(msg, VodMessage::ClearFocus))
         clearVodFocus(msg);
     // Everything else was for the player only.
 }

@@ -1,5 +1,8 @@
 #pragma once
 
+#include <QLatin1String>
+#include <QString>
+
 // Every channel and message signature that the module exchanges with the video
 // manager, the call manager and the other video applications. Handlers compare
 // signatures with these by exact, case-sensitive equality.
@@ -68,4 +71,10 @@ inline constexpr char HangUpBySmallScreen[] = "hangUpBySmallScreen()";
 // Requests to the call manager ("QPE/CallManager").
 inline constexpr char SetVolumeVod[] = "setVolume_vod(int)";
 inline constexpr char SetHeadsetOnOff[] = "setHeadset_onoff()";
+}
+
+// Whether a received signature is that one: exact, case-sensitive equality.
+inline bool isMessage(const QString &message, const char *signature)
+{
+    return message == QLatin1String(signature);
 }

@@ -1,13 +1,12 @@
 #include "playerlogic.h"
 
+#include "messaging/messagedata.h"
+
 #include <cmath>
 #include <limits>
 
 namespace PlayerLogic {
 
-namespace {
-// Truncation towards zero as a cast does, without the undefined behaviour of a
-// cast for values out of range (a notification may carry any float).
 int truncated(double value)
 {
     if (std::isnan(value))
@@ -18,6 +17,17 @@ int truncated(double value)
         return std::numeric_limits<int>::max();
     return int(value);
 }
+
+Clock splitClock(int wholeSeconds, int msecs)
+{
+    return Clock{wholeSeconds / 3600, (wholeSeconds % 3600) / 60, wholeSeconds % 60, msecs % 1000};
+}
+
+int steppedVolume(int level, bool up)
+{
+    if (up)
+        return level <= 15 ? level + 1 : level;
+    return level > 1 ? level - 1 : level;
 }
 
 std::optional<quint32> seekTarget(SeekDirection direction, quint32 currentMsecs, quint32 seconds,
@@ -48,16 +58,16 @@ std::optional<quint32> seekTarget(SeekDirection direction, quint32 currentMsecs,
 
 quint32 pausedPositionMsecs(float pausedTime)
 {
-    const int s = truncated(pausedTime);
-    const int ms = truncated(double(pausedTime) * 1000.0) % 1000;
-    return quint32(qint64(s / 3600) * 3600000 + ((s % 3600) / 60) * 60000 + (s % 60) * 1000 + ms);
+    // The milliseconds from the float widened to double.
+    const Clock c = splitClock(truncated(pausedTime), truncated(double(pausedTime) * 1000.0));
+    return quint32(qint64(c.hours) * 3600000 + c.minutes * 60000 + c.seconds * 1000 + c.msecs);
 }
 
 QTime reportedTime(float seconds)
 {
-    const int s = truncated(seconds);
-    const int ms = truncated(seconds * 1000.0f) % 1000;
-    return QTime(s / 3600, (s % 3600) / 60, s % 60, ms);
+    // The milliseconds in single precision.
+    const Clock c = splitClock(truncated(seconds), truncated(seconds * 1000.0f));
+    return QTime(c.hours, c.minutes, c.seconds, c.msecs);
 }
 
 QString clockText(const QTime &time)
@@ -129,6 +139,14 @@ QRect videoWindowRect(playScreenType type)
         return QRect(0, 0, 480, 271);
     }
     return QRect();
+}
+
+QByteArray videoWindowRequest(playScreenType type)
+{
+    const QRect r = videoWindowRect(type);
+    if (r.isNull())
+        return QByteArray();
+    return messageData(qint32(r.x()), qint32(r.y()), qint32(r.width()), qint32(r.height()));
 }
 
 QString volumePointImage(int index)

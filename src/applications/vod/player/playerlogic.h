@@ -15,6 +15,26 @@ namespace PlayerLogic {
 
 enum class SeekDirection { Forward, Reverse };
 
+// Truncation toward zero, as a cast does, but defined for every value (a
+// notification may carry any float): held at the limits of int, 0 for NaN.
+int truncated(double value);
+
+// A time split as the players and the browser show it.
+struct Clock
+{
+    int hours;
+    int minutes;
+    int seconds;
+    int msecs;
+};
+// Whole seconds split into hours, minutes and seconds (integer division toward
+// zero, so a negative time gives negative parts), with `msecs` taken modulo
+// 1000. Nothing is range-checked: a day or more makes parts no QTime accepts.
+Clock splitClock(int wholeSeconds, int msecs);
+
+// The level after a volume key (up or down), kept within 1 ... 16.
+int steppedVolume(int level, bool up);
+
 // The position a seek of `seconds` from `currentMsecs` goes to, or nothing when
 // no target can be formed (no length known, or content shorter than a second).
 // A target never lies at or past the end (it falls back to one second before
@@ -51,6 +71,9 @@ quint32 nextAnimationFrame(quint32 frame);
 // The video-manager window of a screen kind, in screen pixels; a null rectangle
 // for a value outside the kinds.
 QRect videoWindowRect(playScreenType type);
+// The argument block of "changeVodWindow(int,int,int,int)" for that window:
+// x, y, width and height; empty for a value outside the kinds.
+QByteArray videoWindowRequest(playScreenType type);
 
 // The image of volume bar point `index` in the small layouts.
 QString volumePointImage(int index);

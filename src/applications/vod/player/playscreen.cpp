@@ -82,6 +82,14 @@ void PlayScreen::setWideLayout(playScreenType type)
     resize(480, 272);
 }
 
+void PlayScreen::setShowPlayIcon(bool show)
+{
+    if (showPlayIcon == show)
+        return;
+    showPlayIcon = show;
+    update();
+}
+
 bool PlayScreen::phoneScreenUp()
 {
     const QSettings status(devicePath(QStringLiteral("/tmp/status/PhoneStatus.conf")),
@@ -177,7 +185,7 @@ void PlayScreen::paintEvent(QPaintEvent *)
         painter.setCompositionMode(QPainter::CompositionMode_Clear);
         painter.fillRect(small ? video.translated(0, -31) : QRect(0, 0, 480, 272), Qt::transparent);
         painter.setCompositionMode(mode);
-        if (!small && owner->isVolumeRectShown())
+        if (!small && owner->volumeRectShown)
             owner->drawVolumeRect(&painter);
         break;
     }

@@ -17,6 +17,8 @@ public:
     explicit PlayScreen(VodPlayView *parent);
 
     void setWideLayout(playScreenType type);
+    // Sets or clears the play icon and repaints: the icon shows at once.
+    void setShowPlayIcon(bool show);
 
     // What the video area shows, decided anew at every paint.
     enum class Content {

@@ -38,10 +38,6 @@ namespace {
 // Width of the progress bars, in pixels.
 constexpr int barWidth = 206;
 
-bool is(const QString &message, const char *signature)
-{
-    return message == QLatin1String(signature);
-}
 
 void stopIfPresent(QTimer *timer)
 {
@@ -72,7 +68,10 @@ VodPlayView::VodPlayView(vod *sender, playScreenType type, QWidget *parent)
     setModal(false);
     setFocusPolicy(Qt::StrongFocus);
 
+    // Every interval the players keep runs on a precise timer: a coarse one
+    // may fire up to 5 % early.
     seekTimer = new QTimer(this);
+    seekTimer->setTimerType(Qt::PreciseTimer);
     seekTimer->setSingleShot(true);
     seekTimer->setInterval(1000);
     connect(seekTimer, &QTimer::timeout, this, &VodPlayView::doFowardOrReward);
@@ -84,7 +83,7 @@ VodPlayView::VodPlayView(vod *sender, playScreenType type, QWidget *parent)
     installEventFilter(this);
 
     // The video manager needs a moment to place its window before the area opens.
-    QTimer::singleShot(500, this, &VodPlayView::updatePlayScreen);
+    QTimer::singleShot(500, Qt::PreciseTimer, this, &VodPlayView::updatePlayScreen);
 
     setHomeKeyBlocked(this, true);
 
@@ -96,7 +95,15 @@ VodPlayView::VodPlayView(vod *sender, playScreenType type, QWidget *parent)
 
 VodPlayView::~VodPlayView()
 {
+    delete volumeRectTimer;
+    volumeRectTimer = nullptr;
     stopAllTimers();
+}
+
+void VodPlayView::setScreenStatus(playScreenStatus status)
+{
+    screenStatus = status;
+    update();
 }
 
 // ---------------------------------------------------------------------------
@@ -112,18 +119,18 @@ void VodPlayView::togglePlayback()
 {
     switch (screenStatus) {
     case Playing:
-        playScreen->showPlayIcon = true;
+        playScreen->setShowPlayIcon(true);
         pauseVod(0);
         break;
     case Interrupted:
         resumeVod();
         break;
     case Paused:
-        playScreen->showPlayIcon = false;
+        playScreen->setShowPlayIcon(false);
         resumeVod();
         break;
     case Stopped:
-        playScreen->showPlayIcon = false;
+        playScreen->setShowPlayIcon(false);
         startVod();
         break;
     default:
@@ -218,12 +225,14 @@ void VodPlayView::stopAllTimers()
     deleteTimer(seekTimer);
 }
 
-void VodPlayView::restartSeekTimer()
+void VodPlayView::addSeekStep(int step)
 {
+    playScreen->setShowPlayIcon(false);
     if (seekTimer) {
         seekTimer->stop();
         seekTimer->start();
     }
+    seekSteps += step;
 }
 
 void VodPlayView::resumeFrameSlider()
@@ -246,13 +255,13 @@ void VodPlayView::endOfContent()
     switch (screenType) {
     case SmallVodScreen:
         stopIfPresent(frameSliderTimer);
-        playScreen->showPlayIcon = true;
+        playScreen->setShowPlayIcon(true);
         stopVod();
         break;
     case FullVodScreen:
     case WideVodScreen:
         stopIfPresent(frameSliderTimer);
-        playScreen->showPlayIcon = true;
+        playScreen->setShowPlayIcon(true);
         emit fullScreenCloseSignal(Stopping, currentMsecs, volume, isMute);
         close();
         break;
@@ -272,12 +281,12 @@ void VodPlayView::messageHandle(const QString &message, const QByteArray &data)
         playScreen->update();
     };
 
-    if (is(message, VodMessage::StartOKVod)) {
-        screenStatus = Playing;
+    if (isMessage(message, VodMessage::StartOKVod)) {
+        setScreenStatus(Playing);
         startIfPresent(frameSliderTimer);
-        playScreen->showPlayIcon = false;
+        playScreen->setShowPlayIcon(false);
         repaint();
-    } else if (is(message, VodMessage::StartFailVod)) {
+    } else if (isMessage(message, VodMessage::StartFailVod)) {
         reader.readInt();
         if (screenType == SmallVodScreen) {
             stopVod();
@@ -286,71 +295,71 @@ void VodPlayView::messageHandle(const QString &message, const QByteArray &data)
             emit fullScreenCloseSignal(Stopping, currentMsecs, volume, isMute);
             close();
         }
-    } else if (is(message, VodMessage::PauseOKVod) || is(message, VodMessage::PauseVodByServer)) {
+    } else if (isMessage(message, VodMessage::PauseOKVod) || isMessage(message, VodMessage::PauseVodByServer)) {
         const float position = reader.readFloat();
         // A pause that a call or the push application asked for keeps its reason.
         if (screenStatus != Interrupted && screenStatus != PausedForPush)
-            screenStatus = Paused;
+            setScreenStatus(Paused);
         pausedTime = position;
         stopIfPresent(frameSliderTimer);
-        playScreen->showPlayIcon = true;
+        playScreen->setShowPlayIcon(true);
         repaint();
-    } else if (is(message, VodMessage::PauseFailVod)) {
+    } else if (isMessage(message, VodMessage::PauseFailVod)) {
         // Nothing changed on the video manager's side.
-    } else if (is(message, VodMessage::EndOKVod)) {
-        screenStatus = Stopped;
+    } else if (isMessage(message, VodMessage::EndOKVod)) {
+        setScreenStatus(Stopped);
         stopIfPresent(frameSliderTimer);
         currentMsecs = 0;
-        playScreen->showPlayIcon = true;
+        playScreen->setShowPlayIcon(true);
         stopAllTimers();
         emit notifyStopPlay();
         close();
-    } else if (is(message, VodMessage::ResumedOKVod)) {
+    } else if (isMessage(message, VodMessage::ResumedOKVod)) {
         if (callCount > 0) {
             // The call is still on: hold the video again.
             pauseVod(1);
             return;
         }
-        screenStatus = Playing;
+        setScreenStatus(Playing);
         currentMsecs = PlayerLogic::pausedPositionMsecs(pausedTime);
         startIfPresent(frameSliderTimer);
-        playScreen->showPlayIcon = false;
+        playScreen->setShowPlayIcon(false);
         repaint();
-    } else if (is(message, VodMessage::Error)) {
+    } else if (isMessage(message, VodMessage::Error)) {
         reader.readInt();
-    } else if (is(message, VodMessage::StartPush)) {
-        playScreen->showPlayIcon = false;
-    } else if (is(message, VodMessage::PauseOKPush) || is(message, VodMessage::EndOKPush)) {
-        playScreen->showPlayIcon = true;
-    } else if (is(message, VodMessage::StartCall)) {
+    } else if (isMessage(message, VodMessage::StartPush)) {
+        playScreen->setShowPlayIcon(false);
+    } else if (isMessage(message, VodMessage::PauseOKPush) || isMessage(message, VodMessage::EndOKPush)) {
+        playScreen->setShowPlayIcon(true);
+    } else if (isMessage(message, VodMessage::StartCall)) {
         ++callCount;
         if (screenStatus == Playing || screenStatus == Paused || screenStatus == Stopped) {
             stopIfPresent(frameSliderTimer);
-            screenStatus = Interrupted;
+            setScreenStatus(Interrupted);
             pauseVod(1);
         }
         if (screenType != SmallVodScreen)
             setVisible(false);
-    } else if (is(message, VodMessage::StopCall)) {
+    } else if (isMessage(message, VodMessage::StopCall)) {
         // The status stays Interrupted: the user resumes with Select.
         --callCount;
         if (screenType != SmallVodScreen)
             setVisible(true);
-    } else if (is(message, VodMessage::HideVodFullScreen)) {
+    } else if (isMessage(message, VodMessage::HideVodFullScreen)) {
         // The status follows with the pause notification.
         if (screenStatus == Playing)
             pauseVod(0);
         if (screenType != SmallVodScreen)
             setVisible(false);
-    } else if (is(message, VodMessage::ShowVodFullScreen)) {
+    } else if (isMessage(message, VodMessage::ShowVodFullScreen)) {
         if (screenType != SmallVodScreen)
             setVisible(true);
-    } else if (is(message, VodMessage::StartVideoPushApp)) {
+    } else if (isMessage(message, VodMessage::StartVideoPushApp)) {
         if (screenStatus == Playing) {
-            screenStatus = PausedForPush;
+            setScreenStatus(PausedForPush);
             pauseVod(1);
         }
-    } else if (is(message, VodMessage::StopVideoPushApp)) {
+    } else if (isMessage(message, VodMessage::StopVideoPushApp)) {
         if (screenStatus == PausedForPush) {
             // The notice runs a modal loop: the content may end, or its page be
             // replaced with this player, before it returns.
@@ -359,18 +368,19 @@ void VodPlayView::messageHandle(const QString &message, const QByteArray &data)
             if (self && screenStatus == PausedForPush)
                 resumeVod();
         }
-    } else if (is(message, VodMessage::CurrentTime)) {
+    } else if (isMessage(message, VodMessage::CurrentTime)) {
         const float seconds = reader.readFloat();
         // The end guard: once less than a second is left, playback is ended even
         // if the video manager stops reporting the time.
         if (PlayerLogic::lessThanOneSecondLeft(totalTime, seconds) && !frameSliderTimer) {
             frameSliderTimer = new QTimer(this);
+            frameSliderTimer->setTimerType(Qt::PreciseTimer);
             frameSliderTimer->setInterval(2000);
             connect(frameSliderTimer, &QTimer::timeout, this, &VodPlayView::updateFrameSlider);
             frameSliderTimer->start();
         }
         updateFlowingTime(PlayerLogic::reportedTime(seconds));
-    } else if (is(message, VodMessage::VodSoundMute)) {
+    } else if (isMessage(message, VodMessage::VodSoundMute)) {
         isMute = reader.readInt() == 1;
         if (screenType == SmallVodScreen)
             update();
@@ -398,11 +408,25 @@ void VodPlayView::updateFlowingTime(QTime currentTime)
     sliderTime = currentMsecs;
     if (currentMsecs >= totalTime && !totalTimeText.isEmpty()) {
         stopIfPresent(frameSliderTimer);
-        playScreen->showPlayIcon = true;
+        playScreen->setShowPlayIcon(true);
         stopVod();
         return;
     }
-    update(QRegion(flowingTimeRect));
+    repaintFlowingTime();
+}
+
+void VodPlayView::repaintFlowingTime()
+{
+    // The read-out, and the bar, which moves with every report as well.
+    QRegion region(flowingTimeRect);
+    if (!totalTimeText.isEmpty())
+        region += progressBarRect();
+    update(region);
+}
+
+QRect VodPlayView::progressBarRect() const
+{
+    return isSmallKind(screenType) ? QRect(274, 118, barWidth, 3) : QRect(274, 150, barWidth, 3);
 }
 
 QRect VodPlayView::progressRect(const QRect &bar)
@@ -437,7 +461,7 @@ void VodPlayView::drawFlowingTime(QPainter *painter)
     drawTimeText(painter, r, flowingTime());
     flowingTimeRect = r;
     if (!totalTimeText.isEmpty()) {
-        const QRect bar(274, 118, barWidth, 3);
+        const QRect bar = progressBarRect();
         painter->drawTiledPixmap(bar, QPixmap(QStringLiteral(":image/vod/vod_bar_bg.png")));
         const QRect filled = progressRect(bar);
         if (!filled.isEmpty())
@@ -451,7 +475,7 @@ void VodPlayView::drawPanelFlowingTime(QPainter *painter)
     drawTimeText(painter, r, flowingTime());
     flowingTimeRect = r;
     if (!totalTimeText.isEmpty()) {
-        const QRect bar(274, 150, barWidth, 3);
+        const QRect bar = progressBarRect();
         painter->drawTiledPixmap(bar, QPixmap(QStringLiteral(":image/vod/vod_bar_bg.png")));
         const QRect filled = progressRect(bar);
         if (!filled.isEmpty())
@@ -464,6 +488,7 @@ void VodPlayView::startAnimation()
     animationFrame = 1;
     if (!animationTimer) {
         animationTimer = new QTimer(this);
+        animationTimer->setTimerType(Qt::PreciseTimer);
         animationTimer->setInterval(300);
         connect(animationTimer, &QTimer::timeout, this, &VodPlayView::updateAnimationImageRect);
     }
@@ -478,6 +503,34 @@ void VodPlayView::updateAnimationImageRect()
 
 // ---------------------------------------------------------------------------
 // Volume
+
+void VodPlayView::stepVolume(int key)
+{
+    volume = PlayerLogic::steppedVolume(volume, key == Qt::Key_VolumeUp);
+    isMute = false;
+    setVolume(volume);
+}
+
+void VodPlayView::showVolumeRect()
+{
+    volumeRectShown = true;
+    if (!volumeRectTimer) {
+        volumeRectTimer = new QTimer(this);
+        volumeRectTimer->setTimerType(Qt::PreciseTimer);
+        volumeRectTimer->setInterval(1000);
+        connect(volumeRectTimer, &QTimer::timeout, this, &VodPlayView::deleteVolumeRect);
+    }
+    // A running timer starts again: the overlay stays one second after the last change.
+    volumeRectTimer->start();
+    playScreen->update();
+}
+
+void VodPlayView::deleteVolumeRect()
+{
+    volumeRectShown = false;
+    stopIfPresent(volumeRectTimer);
+    playScreen->update();
+}
 
 void VodPlayView::setVolume(int level)
 {
@@ -620,15 +673,17 @@ void VodPlayView::changeVideoWindow(playScreenType type)
 {
     videoWindowType = type;
     playScreenReady = false;
+    // The area goes dark while the video manager moves its picture.
+    playScreen->update();
     QTimer::singleShot(0, this, &VodPlayView::doVideoScreenSizeChange);
 }
 
 void VodPlayView::doVideoScreenSizeChange()
 {
-    const QRect r = PlayerLogic::videoWindowRect(videoWindowType);
-    if (!r.isNull() && requestSender)
-        sendRequest(VodMessage::ChangeVodWindow, messageData(r.x(), r.y(), r.width(), r.height()));
-    QTimer::singleShot(100, this, &VodPlayView::updatePlayScreen);
+    const QByteArray request = PlayerLogic::videoWindowRequest(videoWindowType);
+    if (!request.isEmpty())
+        sendRequest(VodMessage::ChangeVodWindow, request);
+    QTimer::singleShot(100, Qt::PreciseTimer, this, &VodPlayView::updatePlayScreen);
 }
 
 void VodPlayView::updatePlayScreen()
@@ -679,6 +734,52 @@ void VodPlayView::drawVolumeOverlay(QPainter *painter, int backdropAlpha, int nu
     painter->restore();
 }
 
+void VodPlayView::handOverTo(VodPlayView *fullScreen)
+{
+    fullScreen->setTotalTime(totalTimeText);
+    fullScreen->currentMsecs = currentMsecs;
+    fullScreen->isMute = isMute;
+    fullScreen->volume = volume;
+    fullScreen->setContentTitle(contentTitle);
+    fullScreen->setScreenStatus(screenStatus);
+    fullScreen->showFullScreen();
+    fullScreen->raise();
+}
+
+void VodPlayView::switchWideOrClose()
+{
+    if (screenStatus != Playing || !playScreenReady)
+        return;
+    if (screenType == FullVodScreen || screenType == FullPushScreen) {
+        screenType = screenType == FullVodScreen ? WideVodScreen : WidePushScreen;
+        playScreen->setWideLayout(screenType);
+        // The play screen stays ready: the next Video4 is taken at once.
+        requestWideWindow();
+    } else if (screenType == WideVodScreen || screenType == WidePushScreen) {
+        // There is no way back to 4:3: the small player takes over again.
+        stopIfPresent(frameSliderTimer);
+        if (hasFocus())
+            update();
+        emit fullScreenCloseSignal(screenStatus, currentMsecs, volume, isMute);
+        close();
+    }
+}
+
+void VodPlayView::requestWideWindow()
+{
+    videoWindowType = screenType;
+    doVideoScreenSizeChange();
+}
+
+void VodPlayView::paintSmallLayout(QPainter *painter, const QString &fullLabel)
+{
+    painter->fillRect(QRect(274, 0, 206, 209), QColor(35, 35, 35, 255));
+    painter->drawPixmap(348, 8, QPixmap(QStringLiteral(":image/vod/aniicon_vod_0%1.png").arg(animationFrame)));
+    drawFlowingTime(painter);
+    drawVolumeRect(painter);
+    drawFullButton(painter, fullLabel, 274);
+}
+
 void VodPlayView::setUpFullScreenWindow()
 {
     setModal(false);
@@ -708,7 +809,7 @@ bool VodPlayView::eventFilter(QObject *watched, QEvent *e)
     if (e->type() == QEvent::FocusIn) {
         focusLost = false;
         if (isFullKind(screenType) && callCount != 0 && screenStatus == Interrupted) {
-            playScreen->showPlayIcon = true;
+            playScreen->setShowPlayIcon(true);
             update();
         }
         playScreen->update();
@@ -730,27 +831,24 @@ void VodPlayView::keyPressEvent(QKeyEvent *e)
     switch (e->key()) {
     case Qt::Key_VolumeUp:
     case Qt::Key_VolumeDown:
-        if (e->key() == Qt::Key_VolumeUp) {
-            if (volume <= 15)
-                ++volume;
-        } else if (volume > 1) {
-            --volume;
-        }
-        // Sent again even at a limit, so the platform always has the level.
-        isMute = false;
-        setVolume(volume);
-        update(QRegion(274, 157, 206, 3) + QRegion(422, 134, 50, 50));
+        stepVolume(e->key());
+        // The read-out: speaker, mute label, level and bar.
+        update(QRect(274, 131, 206, 53));
         break;
-    case Key_Headset: {
-        qDebug() << "keyPressEvent" << 1543 << "Headset pressed";
-        QtopiaIpcEnvelope envelope(QString::fromLatin1(VodChannel::CallManager),
-                                   QString::fromLatin1(VodMessage::SetHeadsetOnOff));
+    case Key_Headset:
+        toggleHeadset(1543);
         break;
-    }
     default:
         // Every other key is swallowed.
         break;
     }
+}
+
+void VodPlayView::toggleHeadset(int logLine)
+{
+    qDebug() << "keyPressEvent" << logLine << "Headset pressed";
+    QtopiaIpcEnvelope envelope(QString::fromLatin1(VodChannel::CallManager),
+                               QString::fromLatin1(VodMessage::SetHeadsetOnOff));
 }
 
 void VodPlayView::focusInEvent(QFocusEvent *)

@@ -53,10 +53,13 @@ public:
     // overlay instead.
     virtual void drawVolumeRect(QPainter *painter);
 
-    // Whether the full-screen volume overlay is up (the play screen draws it).
-    virtual bool isVolumeRectShown() const { return false; }
-    // Shows the full-screen volume overlay; the small layouts have none.
-    virtual void showVolumeRect() {}
+    // Moves the player to another state. What a player draws follows its
+    // state, so the dialog (and its play screen) is repainted.
+    void setScreenStatus(playScreenStatus status);
+
+    // The volume overlay of the full-screen players: drawn by the play screen
+    // over the video, it goes 1000 ms after the last volume change.
+    void showVolumeRect();
 
     // Requests to the video manager, sent through requestSender (none without one).
     void startVod();
@@ -68,8 +71,9 @@ public:
     void reverseVod();
 
     void stopAllTimers();
-    // Restarts the seek timer after a seek key press.
-    void restartSeekTimer();
+    // A seek key press: +1 forward, -1 backward. Presses less than a second
+    // apart add up into one seek of five seconds each, made a second after the last.
+    void addSeekStep(int step);
     // Starts the end-guard timer again if it exists and the player is Playing,
     // and lets the next notification through.
     void resumeFrameSlider();
@@ -80,11 +84,18 @@ public:
     void drawFlowingTime(QPainter *painter);
     void drawPanelFlowingTime(QPainter *painter);
     QRect progressRect(const QRect &bar);
+    // Where the progress bar of this layout lies.
+    QRect progressBarRect() const;
+    // Repaints what a time report changes: the read-out and the bar.
+    void repaintFlowingTime();
     void startAnimation();
 
     // Volume.
     void setVolume(int level);
     static QColor volumeColor(int level);
+    // A volume key: one level up or down within 1 ... 16. Also at a limit the
+    // mute goes and the level is sent again.
+    void stepVolume(int key);
 
     // Soft keys, control panel and button strips.
     void updateSoftKeys();
@@ -133,6 +144,9 @@ public:
     QTimer *seekTimer = nullptr;
     int seekSteps = 0;
     playScreenType videoWindowType;
+    // The full-screen players' volume overlay.
+    bool volumeRectShown = false;
+    QTimer *volumeRectTimer = nullptr;
 
 signals:
     void notifyStopPlay();
@@ -150,6 +164,7 @@ private slots:
     void updateFrameSlider();
     void updateAnimationImageRect();
     void doFowardOrReward();
+    void deleteVolumeRect();
 
 protected:
     bool eventFilter(QObject *watched, QEvent *e) override;
@@ -164,12 +179,29 @@ protected:
     // Makes this dialog a full-screen player window: the whole display, the
     // panel grey behind it, and an EmptyBg filling its layout.
     void setUpFullScreenWindow();
+    // Gives a full-screen player that this player opens its content: length,
+    // position, mute, volume, title and state; then shows it on top.
+    void handOverTo(VodPlayView *fullScreen);
+    // Video4 in a full-screen player, only while playing and once the video
+    // window is placed: from 4:3 to the wide picture, and from there back to
+    // the small player, which takes the state along.
+    void switchWideOrClose();
+    // Asks for the wide video window (the VOD players send the request
+    // themselves; the push view sends it for its full-screen view).
+    virtual void requestWideWindow();
+    // The small layouts' right-hand side: animation, time, volume and the
+    // "Full" strip with its (translated) label.
+    void paintSmallLayout(QPainter *painter, const QString &fullLabel);
     // The volume overlay of the full-screen players, over the video; it moves
     // 58 pixels right under the wide picture.
     void drawVolumeOverlay(QPainter *painter, int backdropAlpha, int numberTop);
     // Select in the players: pause while playing, resume a paused or held
     // video, start a stopped one.
     void togglePlayback();
+
+    // The headset key: the call manager switches the headset; the debug line
+    // carries the line number the platform's log expects of each player.
+    void toggleHeadset(int logLine);
 
     // Sends a request through requestSender; nothing without one.
     void sendRequest(const char *message, const QByteArray &data);

@@ -9,12 +9,6 @@
 #include <QKeyEvent>
 #include <QPainter>
 #include <QPixmap>
-#include <QTimer>
-
-namespace {
-// The overlay stays this long after the last volume change.
-constexpr int VolumeOverlayMsecs = 1000;
-}
 
 VideoPushFullView::VideoPushFullView(VideoPushView *owner, QWidget *parent)
     : VodPlayView(nullptr, FullPushScreen, parent), owner(owner)
@@ -26,37 +20,7 @@ VideoPushFullView::VideoPushFullView(VideoPushView *owner, QWidget *parent)
 
 VideoPushFullView::~VideoPushFullView()
 {
-    delete volumeRectTimer;
-    volumeRectTimer = nullptr;
     stopAllTimers();
-}
-
-int VideoPushFullView::steppedVolume(int level, int key)
-{
-    if (key == Qt::Key_VolumeUp && level <= 15)
-        return level + 1;
-    if (key == Qt::Key_VolumeDown && level > 1)
-        return level - 1;
-    return level;
-}
-
-void VideoPushFullView::showVolumeRect()
-{
-    volumeRectShown = true;
-    if (!volumeRectTimer) {
-        volumeRectTimer = new QTimer(this);
-        volumeRectTimer->setInterval(VolumeOverlayMsecs);
-        connect(volumeRectTimer, &QTimer::timeout, this, &VideoPushFullView::deleteVolumeRect);
-    }
-    volumeRectTimer->start();
-    playScreen->update();
-}
-
-void VideoPushFullView::deleteVolumeRect()
-{
-    volumeRectShown = false;
-    volumeRectTimer->stop();
-    playScreen->update();
 }
 
 void VideoPushFullView::drawVolumeRect(QPainter *painter)
@@ -77,10 +41,8 @@ void VideoPushFullView::keyPressEvent(QKeyEvent *e)
     case Qt::Key_VolumeUp:
     case Qt::Key_VolumeDown:
         // At the ends of the range the level stays, but the user still sees it.
-        volume = steppedVolume(volume, e->key());
-        isMute = false;
+        stepVolume(e->key());
         showVolumeRect();
-        setVolume(volume);
         break;
     case Qt::Key_Back:
         // Only the push view's own Back stops the broadcast.
@@ -93,19 +55,7 @@ void VideoPushFullView::keyPressEvent(QKeyEvent *e)
             owner->requestStopUI();
         break;
     case Key_Video4:
-        if (screenStatus != Playing || !playScreenReady)
-            break;
-        if (screenType == FullPushScreen) {
-            screenType = WidePushScreen;
-            playScreen->setWideLayout(WidePushScreen);
-            if (owner)
-                owner->changePushWindow(WidePushScreen);
-        } else if (screenType == WidePushScreen) {
-            if (frameSliderTimer)
-                frameSliderTimer->stop();
-            emit fullScreenCloseSignal(screenStatus, currentMsecs, volume, isMute);
-            close();
-        }
+        switchWideOrClose();
         break;
     case Key_Headset:
         VodPlayView::keyPressEvent(e);
@@ -124,6 +74,13 @@ void VideoPushFullView::paintEvent(QPaintEvent *e)
     drawButtonColumn(&painter);
     drawMaxButton(&painter, tr("Max"), 363);
     painter.drawPixmap(QPoint(363, 31), QPixmap(QStringLiteral(":image/vod/line_vertical.png")));
+}
+
+void VideoPushFullView::requestWideWindow()
+{
+    // Only this view's picture moves: it stays ready, the owner waits for the move.
+    if (owner)
+        owner->changePushWindow(WidePushScreen);
 }
 
 void VideoPushFullView::showEvent(QShowEvent *e)

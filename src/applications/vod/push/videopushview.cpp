@@ -2,6 +2,7 @@
 
 #include "messaging/messagereader.h"
 #include "messaging/vodmessages.h"
+#include "player/playerlogic.h"
 #include "player/playscreen.h"
 #include "videopushfullview.h"
 
@@ -12,7 +13,6 @@
 #include "qtopiaipcenvelope.h"
 
 #include <QCloseEvent>
-#include <QDataStream>
 #include <QDebug>
 #include <QKeyEvent>
 #include <QPainter>
@@ -25,10 +25,6 @@ constexpr int ServerWatchdogMsecs = 30000;
 // The video manager needs this long to move its picture.
 constexpr int WindowChangeMsecs = 500;
 
-bool is(const QString &message, const char *signature)
-{
-    return message == QLatin1String(signature);
-}
 }
 
 VideoPushView::VideoPushView(QWidget *parent, Qt::WindowFlags flags)
@@ -68,33 +64,18 @@ VideoPushView::~VideoPushView()
     fullScreenView = nullptr;
 }
 
-QRect VideoPushView::pushWindowRect(playScreenType type)
-{
-    switch (type) {
-    case SmallPushScreen:
-        return QRect(8, 39, 256, 194);
-    case FullPushScreen:
-        return QRect(0, 0, 363, 272);
-    case WidePushScreen:
-        // One line short of the screen, as the video manager expects it.
-        return QRect(0, 0, 480, 271);
-    default:
-        return QRect();
-    }
-}
-
 void VideoPushView::pushRequestHandle(const QString &message, const QByteArray &data)
 {
     const QString channel = QLatin1String(VodChannel::VideoManager);
-    if (is(message, VodMessage::PlayPush)) {
+    if (isMessage(message, VodMessage::PlayPush)) {
         // The video manager takes a C string here, and always from the start.
         QtopiaIpcEnvelope e(channel, message);
         e << "0.0";
-    } else if (is(message, VodMessage::PausePush) || is(message, VodMessage::ResumePush)
-               || is(message, VodMessage::StopPush) || is(message, VodMessage::StopUIPush)
-               || is(message, VodMessage::StopMulticastPush)) {
+    } else if (isMessage(message, VodMessage::PausePush) || isMessage(message, VodMessage::ResumePush)
+               || isMessage(message, VodMessage::StopPush) || isMessage(message, VodMessage::StopUIPush)
+               || isMessage(message, VodMessage::StopMulticastPush)) {
         QtopiaIpcEnvelope e(channel, message);
-    } else if (is(message, VodMessage::ChangeVodWindow)) {
+    } else if (isMessage(message, VodMessage::ChangeVodWindow)) {
         MessageReader reader(data);
         const int x = reader.readInt();
         const int y = reader.readInt();
@@ -108,7 +89,7 @@ void VideoPushView::pushRequestHandle(const QString &message, const QByteArray &
 void VideoPushView::videoAppRequestHandle(const QString &message, const QByteArray &data)
 {
     Q_UNUSED(data);
-    if (is(message, VodMessage::StartVideoPushApp)) {
+    if (isMessage(message, VodMessage::StartVideoPushApp)) {
         QtopiaIpcEnvelope e(QLatin1String(VodChannel::VideoApplication), message);
     }
 }
@@ -151,21 +132,18 @@ void VideoPushView::requestStopMulticast()
 void VideoPushView::changePushWindow(playScreenType type)
 {
     playScreenReady = false;
-    const QRect r = pushWindowRect(type);
-    if (!r.isNull()) {
-        QByteArray data;
-        QDataStream stream(&data, QIODevice::WriteOnly);
-        stream << r.x() << r.y() << r.width() << r.height();
-        pushRequestHandle(QLatin1String(VodMessage::ChangeVodWindow), data);
-    }
-    QTimer::singleShot(WindowChangeMsecs, this, &VideoPushView::updatePlayScreen);
+    // The area goes dark while the video manager moves its picture.
+    playScreen->update();
+    if (type == SmallPushScreen || type == FullPushScreen || type == WidePushScreen)
+        pushRequestHandle(QLatin1String(VodMessage::ChangeVodWindow), PlayerLogic::videoWindowRequest(type));
+    QTimer::singleShot(WindowChangeMsecs, Qt::PreciseTimer, this, &VideoPushView::updatePlayScreen);
 }
 
 void VideoPushView::setPushStatus(playScreenStatus status)
 {
     if (fullScreenView)
-        fullScreenView->screenStatus = status;
-    screenStatus = status;
+        fullScreenView->setScreenStatus(status);
+    setScreenStatus(status);
 }
 
 void VideoPushView::repaintViews()
@@ -185,9 +163,9 @@ void VideoPushView::pushMessageHandle(const QString &message, const QByteArray &
 {
     MessageReader reader(data);
 
-    if (is(message, VodMessage::Error)) {
+    if (isMessage(message, VodMessage::Error)) {
         reader.readInt();
-    } else if (is(message, VodMessage::StartPush)) {
+    } else if (isMessage(message, VodMessage::StartPush)) {
         // Leaves last, after the volume: a VOD player gives up the display only
         // once the broadcast is set up.
         QtopiaIpcEnvelope hide{QLatin1String(VodChannel::VideoApplication),
@@ -195,29 +173,30 @@ void VideoPushView::pushMessageHandle(const QString &message, const QByteArray &
         requestPlay();
         if (!serverWatchdog) {
             serverWatchdog = new QTimer(this);
+            serverWatchdog->setTimerType(Qt::PreciseTimer);
             connect(serverWatchdog, &QTimer::timeout, this, &VideoPushView::setServerIsDown);
         }
         serverWatchdog->start(ServerWatchdogMsecs);
         repaintViews();
         setVolume(volume);
-    } else if (is(message, VodMessage::PauseOKPush)) {
+    } else if (isMessage(message, VodMessage::PauseOKPush)) {
         if (screenStatus == Playing) {
             setPushStatus(Paused);
             repaintViews();
         }
         if (serverWatchdog)
             serverWatchdog->stop();
-    } else if (is(message, VodMessage::EndOKPush)) {
+    } else if (isMessage(message, VodMessage::EndOKPush)) {
         requestStop();
         close();
         if (fullScreenView)
             fullScreenView->close();
-    } else if (is(message, VodMessage::EndOKMulticastPush)) {
+    } else if (isMessage(message, VodMessage::EndOKMulticastPush)) {
         requestStopMulticast();
         close();
         if (fullScreenView)
             fullScreenView->close();
-    } else if (is(message, VodMessage::StartCall) || is(message, VodMessage::HideVodFullScreen)) {
+    } else if (isMessage(message, VodMessage::StartCall) || isMessage(message, VodMessage::HideVodFullScreen)) {
         if (screenStatus == Playing) {
             requestPause();
             setPushStatus(Interrupted);
@@ -225,35 +204,33 @@ void VideoPushView::pushMessageHandle(const QString &message, const QByteArray &
         }
         if (fullScreenView && fullScreenView->isVisible())
             fullScreenView->hide();
-    } else if (is(message, VodMessage::StopCall) || is(message, VodMessage::ShowVodFullScreen)) {
+    } else if (isMessage(message, VodMessage::StopCall) || isMessage(message, VodMessage::ShowVodFullScreen)) {
         if (screenStatus == Interrupted || screenStatus == Paused) {
             requestResume();
             setPushStatus(Playing);
         }
         if (fullScreenView && fullScreenView->isHidden())
             fullScreenView->show();
-    } else if (is(message, VodMessage::CurrentTime)) {
+    } else if (isMessage(message, VodMessage::CurrentTime)) {
         if (serverWatchdog)
             serverWatchdog->start(ServerWatchdogMsecs);
-    } else if (is(message, VodMessage::VodSoundMute)) {
+    } else if (isMessage(message, VodMessage::VodSoundMute)) {
         isMute = reader.readInt() == 1;
         if (fullScreenView) {
             fullScreenView->isMute = isMute;
             fullScreenView->showVolumeRect();
         }
         update();
-    } else if (is(message, VodMessage::SetupFailPush)) {
+    } else if (isMessage(message, VodMessage::SetupFailPush)) {
         reader.readInt();
         QNoticeDialog::warning(this, tr("It's not broadcasting time"), QString(), 3);
         // A start that came while the notice was up must not leave the
         // watchdog running behind the closed view.
         if (serverWatchdog)
             serverWatchdog->stop();
-        if (fullScreenView) {
-            fullScreenView->screenStatus = Stopped;
+        setPushStatus(Stopped);
+        if (fullScreenView)
             fullScreenView->close();
-        }
-        screenStatus = Stopped;
         close();
     }
 }
@@ -301,17 +278,9 @@ void VideoPushView::keyPressEvent(QKeyEvent *e)
             fullScreenView = new VideoPushFullView(this, nullptr);
             connect(fullScreenView, &VodPlayView::fullScreenCloseSignal, this, &VideoPushView::fullScreenCloseSlot);
             connect(fullScreenView, &QDialog::rejected, this, &VideoPushView::close);
-            fullScreenView->setTotalTime(totalTimeText);
-            fullScreenView->totalTimeText = totalTimeText;
-            fullScreenView->currentMsecs = currentMsecs;
-            fullScreenView->isMute = isMute;
-            fullScreenView->volume = volume;
-            fullScreenView->setContentTitle(contentTitle);
             fullScreenView->resumeFrameSlider();
-            fullScreenView->screenStatus = screenStatus;
+            handOverTo(fullScreenView);
             changePushWindow(FullPushScreen);
-            fullScreenView->showFullScreen();
-            fullScreenView->raise();
         }
         break;
     case Qt::Key_Back:
@@ -328,12 +297,7 @@ void VideoPushView::paintEvent(QPaintEvent *e)
 {
     Q_UNUSED(e);
     QPainter painter(this);
-    painter.fillRect(QRect(274, 0, 206, 209), QBrush(QColor(35, 35, 35, 255)));
-    painter.drawPixmap(QPoint(348, 8),
-                       QPixmap(QStringLiteral(":image/vod/aniicon_vod_0%1.png").arg(animationFrame)));
-    drawFlowingTime(&painter);
-    drawVolumeRect(&painter);
-    drawFullButton(&painter, tr("Full"), 274);
+    paintSmallLayout(&painter, tr("Full"));
 }
 
 void VideoPushView::closeEvent(QCloseEvent *e)

@@ -29,9 +29,6 @@ public:
     // Asks the video manager to move its picture to the rectangle of that screen
     // type, then marks the play screen ready again after 500 ms.
     void changePushWindow(playScreenType type);
-    // The screen rectangle of the picture for a push screen type; null for the
-    // other types.
-    static QRect pushWindowRect(playScreenType type);
 
     VideoPushFullView *fullScreenView = nullptr;
     QTimer *serverWatchdog = nullptr;

@@ -4,21 +4,15 @@
 #include "messaging/vodmessages.h"
 #include "player/playerlogic.h"
 #include "player/playscreen.h"
-#include "qtopiaipcenvelope.h"
 #include "vod.h"
 
-#include <QDebug>
 #include <QKeyEvent>
 #include <QPainter>
 #include <QPixmap>
-#include <QTimer>
 
 VodPlayFullScreenView::VodPlayFullScreenView(vod *requestSender, QWidget *parent)
     : VodPlayView(requestSender, FullVodScreen, parent)
 {
-    volumeRectShown = false;
-    volumeRectTimer = nullptr;
-
     setUpFullScreenWindow();
     // The opener hands its own status over right after construction.
     screenStatus = Playing;
@@ -26,11 +20,6 @@ VodPlayFullScreenView::VodPlayFullScreenView(vod *requestSender, QWidget *parent
 
 VodPlayFullScreenView::~VodPlayFullScreenView()
 {
-    if (volumeRectTimer) {
-        volumeRectTimer->stop();
-        delete volumeRectTimer;
-        volumeRectTimer = nullptr;
-    }
     stopAllTimers();
 }
 
@@ -42,27 +31,6 @@ void VodPlayFullScreenView::messageHandle(const QString &message, const QByteArr
 void VodPlayFullScreenView::drawVolumeRect(QPainter *painter)
 {
     drawVolumeOverlay(painter, 40, 211);
-}
-
-void VodPlayFullScreenView::showVolumeRect()
-{
-    volumeRectShown = true;
-    if (!volumeRectTimer) {
-        volumeRectTimer = new QTimer(this);
-        volumeRectTimer->setInterval(1000);
-        connect(volumeRectTimer, &QTimer::timeout, this, &VodPlayFullScreenView::deleteVolumeRect);
-    }
-    // Restarts a running timer: the overlay stays one second after the last key.
-    volumeRectTimer->start();
-    playScreen->update();
-}
-
-void VodPlayFullScreenView::deleteVolumeRect()
-{
-    volumeRectShown = false;
-    if (volumeRectTimer)
-        volumeRectTimer->stop();
-    playScreen->update();
 }
 
 void VodPlayFullScreenView::updateFlowingTime(QTime currentTime)
@@ -77,29 +45,16 @@ void VodPlayFullScreenView::updateFlowingTime(QTime currentTime)
         endOfContent();
         return;
     }
-    update(QRegion(flowingTimeRect));
-}
-
-void VodPlayFullScreenView::applyVolumeKey()
-{
-    // Also at a limit: the mute goes, the overlay shows and the level is sent again.
-    isMute = false;
-    showVolumeRect();
-    setVolume(volume);
+    repaintFlowingTime();
 }
 
 void VodPlayFullScreenView::keyPressEvent(QKeyEvent *e)
 {
     switch (e->key()) {
     case Qt::Key_VolumeUp:
-        if (volume <= 15)
-            volume += 1;
-        applyVolumeKey();
-        break;
     case Qt::Key_VolumeDown:
-        if (volume > 1)
-            volume -= 1;
-        applyVolumeKey();
+        stepVolume(e->key());
+        showVolumeRect();
         break;
     case Qt::Key_Select:
         // Only the device's keypad pauses and resumes here.
@@ -107,11 +62,8 @@ void VodPlayFullScreenView::keyPressEvent(QKeyEvent *e)
             togglePlayback();
         break;
     case Key_Video1:
-        if (screenStatus == Playing) {
-            playScreen->showPlayIcon = false;
-            restartSeekTimer();
-            seekSteps -= 1;
-        }
+        if (screenStatus == Playing)
+            addSeekStep(-1);
         break;
     case Key_Video2:
         if (screenStatus == Stopped)
@@ -123,9 +75,7 @@ void VodPlayFullScreenView::keyPressEvent(QKeyEvent *e)
         break;
     case Key_Video3:
         if (screenStatus == Playing) {
-            playScreen->showPlayIcon = false;
-            restartSeekTimer();
-            seekSteps += 1;
+            addSeekStep(+1);
         } else {
             // Stop, as at the end of the content: hands Stopping back and closes;
             // the small player sends the request and waits for "endOKVod()".
@@ -133,32 +83,14 @@ void VodPlayFullScreenView::keyPressEvent(QKeyEvent *e)
         }
         break;
     case Key_Video4:
-        if (screenStatus != Playing || !playScreenReady)
-            break;
-        if (screenType == FullVodScreen) {
-            screenType = WideVodScreen;
-            playScreen->setWideLayout(WideVodScreen);
-            videoWindowType = WideVodScreen;
-            doVideoScreenSizeChange();
-        } else if (screenType == WideVodScreen) {
-            // There is no way back to 4:3: the small player takes over again.
-            if (frameSliderTimer)
-                frameSliderTimer->stop();
-            if (hasFocus())
-                update();
-            emit fullScreenCloseSignal(screenStatus, currentMsecs, volume, isMute);
-            close();
-        }
+        switchWideOrClose();
         break;
     case Qt::Key_Back:
         ignoreNextClose = true;
         break;
-    case Key_Headset: {
-        qDebug() << "keyPressEvent" << 406 << "Headset pressed";
-        QtopiaIpcEnvelope envelope{QLatin1String(VodChannel::CallManager),
-                                   QLatin1String(VodMessage::SetHeadsetOnOff)};
+    case Key_Headset:
+        toggleHeadset(406);
         break;
-    }
     default:
         break;
     }

@@ -15,17 +15,9 @@ public:
 
     void messageHandle(const QString &message, const QByteArray &data) override;
     void drawVolumeRect(QPainter *painter) override;
-    void showVolumeRect() override;
-    bool isVolumeRectShown() const override { return volumeRectShown; }
-
-    bool volumeRectShown = false;
-    QTimer *volumeRectTimer = nullptr;
 
 public slots:
     void updateFlowingTime(QTime currentTime) override;
-
-private slots:
-    void deleteVolumeRect();
 
 protected:
     void keyPressEvent(QKeyEvent *e) override;
@@ -33,7 +25,4 @@ protected:
     void focusOutEvent(QFocusEvent *e) override;
     void paintEvent(QPaintEvent *e) override;
     void showEvent(QShowEvent *e) override;
-
-private:
-    void applyVolumeKey();
 };

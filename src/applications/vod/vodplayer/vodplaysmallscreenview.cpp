@@ -4,6 +4,7 @@
 
 #include "devicekeys.h"
 #include "messaging/vodmessages.h"
+#include "player/playerlogic.h"
 #include "player/playscreen.h"
 #include "qnoticedialog.h"
 #include "qtopiaipcenvelope.h"
@@ -16,13 +17,6 @@
 #include <QPointer>
 #include <QSettings>
 #include <QTimer>
-
-namespace {
-bool is(const QString &message, const char *signature)
-{
-    return message == QLatin1String(signature);
-}
-}
 
 VodPlaySmallScreenView::VodPlaySmallScreenView(vod *requestSender, QWidget *parent)
     : VodPlayView(requestSender, SmallVodScreen, parent)
@@ -53,7 +47,7 @@ VodPlaySmallScreenView::~VodPlaySmallScreenView()
 
 VodPlaySmallScreenView::WatchdogAction VodPlaySmallScreenView::watchdogAction(const QString &message)
 {
-    if (is(message, VodMessage::StartOKVod))
+    if (isMessage(message, VodMessage::StartOKVod))
         return WatchdogCreate;
     static const char *const stopping[] = {
         VodMessage::StartFailVod, VodMessage::PauseOKVod,   VodMessage::PauseVodByServer,
@@ -61,10 +55,10 @@ VodPlaySmallScreenView::WatchdogAction VodPlaySmallScreenView::watchdogAction(co
         VodMessage::StartCall,    VodMessage::StartVideoPushApp,
     };
     for (const char *signature : stopping) {
-        if (is(message, signature))
+        if (isMessage(message, signature))
             return WatchdogStop;
     }
-    if (is(message, VodMessage::ResumedOKVod) || is(message, VodMessage::CurrentTime))
+    if (isMessage(message, VodMessage::ResumedOKVod) || isMessage(message, VodMessage::CurrentTime))
         return WatchdogRestart;
     return WatchdogKeep;
 }
@@ -78,7 +72,7 @@ void VodPlaySmallScreenView::messageHandle(const QString &message, const QByteAr
         return;
     }
     // A stop is under way: only its confirmation counts.
-    if (screenStatus == Stopping && !is(message, VodMessage::EndOKVod))
+    if (screenStatus == Stopping && !isMessage(message, VodMessage::EndOKVod))
         return;
 
     // The handlers below can close this dialog and emit signals whose receivers
@@ -88,9 +82,9 @@ void VodPlaySmallScreenView::messageHandle(const QString &message, const QByteAr
         fullScreenView->messageHandle(message, data);
     } else {
         VodPlayView::messageHandle(message, data);
-        // A time report changes no label, and the whole-dialog repaint of
-        // updateSoftKeys() would undo its read-out-only repaint.
-        if (self && QApplication::focusWidget() == this && !is(message, VodMessage::CurrentTime))
+        // Also after a time report: the labels are set again and the whole
+        // dialog repainted, progress bar included.
+        if (self && QApplication::focusWidget() == this)
             updateSoftKeys();
     }
     if (!self)
@@ -107,6 +101,7 @@ void VodPlaySmallScreenView::followWatchdog(const QString &message)
         // A repeated start confirmation leaves a running (or stopped) watchdog alone.
         if (!serverWatchdog) {
             serverWatchdog = new QTimer(this);
+            serverWatchdog->setTimerType(Qt::PreciseTimer);
             serverWatchdog->setInterval(ServerWatchdogInterval);
             connect(serverWatchdog, &QTimer::timeout, this, &VodPlaySmallScreenView::setServerIsDown);
             serverWatchdog->start();
@@ -144,11 +139,11 @@ void VodPlaySmallScreenView::setServerIsDown()
     if (serverWatchdog)
         serverWatchdog->stop();
 
-    screenStatus = Stopped;
+    setScreenStatus(Stopped);
     stopVod();
     if (frameSliderTimer)
         frameSliderTimer->stop();
-    playScreen->showPlayIcon = true;
+    playScreen->setShowPlayIcon(true);
     currentMsecs = 0;
     stopAllTimers();
     close();
@@ -172,10 +167,10 @@ void VodPlaySmallScreenView::fullScreenCloseSlot(VodPlayView::playScreenStatus p
         fullScreenShown = false;
     }
 
-    screenStatus = pss;
+    setScreenStatus(pss);
     if (pss == Playing) {
         currentMsecs = quint32(ct);
-        flowingTimeText = QTime(0, 0, 0, 0).addMSecs(int(currentMsecs)).toString(QStringLiteral("hh:mm:ss"));
+        flowingTimeText = PlayerLogic::clockText(QTime(0, 0, 0, 0).addMSecs(int(currentMsecs)));
         volume = cv;
         isMute = mute;
         if (frameSliderTimer)
@@ -199,18 +194,12 @@ void VodPlaySmallScreenView::keyPressEvent(QKeyEvent *e)
 
     switch (e->key()) {
     case Qt::Key_Context1:
-        if (screenStatus == Playing) {
-            playScreen->showPlayIcon = false;
-            restartSeekTimer();
-            seekSteps += 1;
-        }
+        if (screenStatus == Playing)
+            addSeekStep(+1);
         break;
     case Qt::Key_Context2:
-        if (screenStatus == Playing) {
-            playScreen->showPlayIcon = false;
-            restartSeekTimer();
-            seekSteps -= 1;
-        }
+        if (screenStatus == Playing)
+            addSeekStep(-1);
         break;
     case Qt::Key_Select:
         togglePlayback();
@@ -218,7 +207,7 @@ void VodPlaySmallScreenView::keyPressEvent(QKeyEvent *e)
     case Qt::Key_Back:
         if (screenStatus == Playing || screenStatus == Paused) {
             // The dialog closes when the video manager confirms with "endOKVod()".
-            playScreen->showPlayIcon = true;
+            playScreen->setShowPlayIcon(true);
             stopVod();
         } else {
             finishedVod();
@@ -245,8 +234,8 @@ void VodPlaySmallScreenView::hangUp(QKeyEvent *e)
         QtopiaIpcEnvelope envelope{QLatin1String(VodChannel::VideoApplication),
                                    QLatin1String(VodMessage::HangUpBySmallScreen)};
         if (screenStatus == Playing || screenStatus == Paused) {
-            screenStatus = Stopping;
-            playScreen->showPlayIcon = true;
+            setScreenStatus(Stopping);
+            playScreen->setShowPlayIcon(true);
             stopVod();
         }
         if (fullScreenView) {
@@ -269,28 +258,14 @@ void VodPlaySmallScreenView::openFullScreen()
     connect(fullScreenView, &VodPlayView::fullScreenCloseSignal, this,
             &VodPlaySmallScreenView::fullScreenCloseSlot);
 
-    fullScreenView->setTotalTime(totalTimeText);
-    fullScreenView->currentMsecs = currentMsecs;
-    fullScreenView->totalTimeText = totalTimeText;
-    fullScreenView->isMute = isMute;
-    fullScreenView->volume = volume;
-    fullScreenView->setContentTitle(contentTitle);
-    fullScreenView->screenStatus = screenStatus;
-
-    fullScreenView->showFullScreen();
-    fullScreenView->raise();
-
+    handOverTo(fullScreenView);
     changeVideoWindow(FullVodScreen);
 }
 
 void VodPlaySmallScreenView::paintEvent(QPaintEvent *)
 {
     QPainter painter(this);
-    painter.fillRect(QRect(274, 0, 206, 209), QColor(35, 35, 35, 255));
-    painter.drawPixmap(348, 8, QPixmap(QStringLiteral(":image/vod/aniicon_vod_0%1.png").arg(animationFrame)));
-    drawFlowingTime(&painter);
-    drawVolumeRect(&painter);
-    drawFullButton(&painter, tr("Full"), 274);
+    paintSmallLayout(&painter, tr("Full"));
 }
 
 void VodPlaySmallScreenView::focusInEvent(QFocusEvent *)
