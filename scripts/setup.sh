@@ -8,6 +8,7 @@ packages=(
     qt6-base-dev qt6-base-dev-tools
     qt6-tools-dev qt6-tools-dev-tools qt6-l10n-tools
     libqt6dbus6 libqt6test6
+    libicu72  # Qt decodes EUC-KR through ICU
     dbus-daemon dbus-bin
     clang libclang-rt-14-dev valgrind
     fonts-dejavu-core fonts-dejavu-extra fonts-nanum

@@ -8,8 +8,15 @@ QString qEUCKRtoQString(const QByteArray &text)
     const qsizetype end = text.indexOf('\0');
     const QByteArray bytes = end < 0 ? text : text.left(end);
     QStringDecoder decoder("EUC-KR");
-    if (!decoder.isValid())
+    if (!decoder.isValid()) {
+        // Qt finds EUC-KR through ICU; a Qt built without it shows Korean as junk.
+        static const bool warned = [] {
+            qWarning("qEUCKRtoQString: this Qt has no EUC-KR codec: Korean names are shown as Latin-1");
+            return true;
+        }();
+        Q_UNUSED(warned);
         return QString::fromLatin1(bytes);
+    }
     return decoder.decode(bytes);
 }
 

@@ -2,6 +2,7 @@
 
 #include <QKeyEvent>
 #include <QLabel>
+#include <QList>
 #include <QTimer>
 #include <QVBoxLayout>
 
@@ -11,28 +12,41 @@ QNoticeDialog::Presenter &presenter()
     static QNoticeDialog::Presenter p;
     return p;
 }
+
+// The notices up now, outermost first.
+QList<QNoticeDialog *> &openNotices()
+{
+    static QList<QNoticeDialog *> notices;
+    return notices;
+}
 }
 
-QNoticeDialog::QNoticeDialog(const Notice &notice, QWidget *parent)
-    : QDialog(parent), shown(notice)
+QNoticeDialog::QNoticeDialog(const Notice &notice)
+    : QDialog(nullptr),
+      text(new QLabel(this)),
+      detail(new QLabel(this))
 {
     setObjectName(QStringLiteral("QNoticeDialog"));
-    setWindowTitle(notice.kind == Warning ? tr("Warning") : tr("Information"));
     setModal(true);
     auto *layout = new QVBoxLayout(this);
-    auto *text = new QLabel(notice.text, this);
-    text->setObjectName(QStringLiteral("text"));
-    text->setWordWrap(true);
-    text->setAlignment(Qt::AlignCenter);
-    layout->addWidget(text);
-    if (!notice.detail.isEmpty()) {
-        auto *detail = new QLabel(notice.detail, this);
-        detail->setObjectName(QStringLiteral("detail"));
-        detail->setWordWrap(true);
-        detail->setAlignment(Qt::AlignCenter);
-        layout->addWidget(detail);
+    for (QLabel *label : {text, detail}) {
+        label->setWordWrap(true);
+        label->setAlignment(Qt::AlignCenter);
+        layout->addWidget(label);
     }
+    text->setObjectName(QStringLiteral("text"));
+    detail->setObjectName(QStringLiteral("detail"));
     setFixedWidth(400);
+    say(notice);
+}
+
+void QNoticeDialog::say(const Notice &notice)
+{
+    shown = notice;
+    setWindowTitle(notice.kind == Warning ? tr("Warning") : tr("Information"));
+    text->setText(notice.text);
+    detail->setText(notice.detail);
+    detail->setVisible(!notice.detail.isEmpty());
 }
 
 void QNoticeDialog::keyPressEvent(QKeyEvent *e)
@@ -62,12 +76,28 @@ int QNoticeDialog::present(const Notice &notice)
         presenter()(notice);
         return QDialog::Accepted;
     }
-    QNoticeDialog dialog(notice, notice.parent);
+
+    QWidget *window = notice.parent ? notice.parent->window() : nullptr;
+    for (QNoticeDialog *open : std::as_const(openNotices())) {
+        if (open->over == window) {
+            open->say(notice);
+            return QDialog::Rejected;
+        }
+    }
+
+    // Not a child of the window: only this call frees the notice.
+    QNoticeDialog dialog(notice);
+    dialog.over = window;
+    if (window)
+        connect(window, &QObject::destroyed, &dialog, &QDialog::reject);
     bool ok = false;
     const int timeout = qEnvironmentVariableIntValue("QPE_NOTICE_TIMEOUT", &ok);
     if (ok && timeout >= 0)
         QTimer::singleShot(timeout, Qt::PreciseTimer, &dialog, &QDialog::accept);
-    return dialog.exec();
+    openNotices().append(&dialog);
+    const int result = dialog.exec();
+    openNotices().removeOne(&dialog);
+    return result;
 }
 
 int QNoticeDialog::information(QWidget *parent, const QString &text, const QString &detail, int option)

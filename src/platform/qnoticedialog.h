@@ -1,12 +1,21 @@
 #pragma once
 
 #include <QDialog>
+#include <QPointer>
 #include <QString>
 
 #include <functional>
 
+class QLabel;
+
 // The device's notice pop-up: a modal notice with a main line and a detail line.
 // information() and warning() return only once the notice has gone.
+//
+// The notice belongs to the call that shows it, never to the window it is shown
+// over: a window deleted while its notice is up closes that notice, and the call
+// returns (its caller must check that it still exists). At most one notice is up
+// over a window: a notice asked for while one is up there replaces that one's
+// texts and returns at once, so notices never nest without bound.
 //
 // Set QPE_NOTICE_TIMEOUT (milliseconds) to have every notice dismiss itself, for
 // unattended runs. Tests install a presenter instead, which sees the notice and
@@ -34,9 +43,9 @@ public:
     // Replaces the modal notice (an empty presenter restores it).
     static void setPresenter(Presenter presenter);
 
-    QNoticeDialog(const Notice &notice, QWidget *parent);
+    explicit QNoticeDialog(const Notice &notice);
 
-    // What the notice says, as it was asked for.
+    // What the notice says now.
     const Notice &notice() const { return shown; }
 
 protected:
@@ -44,6 +53,11 @@ protected:
 
 private:
     static int present(const Notice &notice);
+    void say(const Notice &notice);
 
     Notice shown;
+    // The window the notice is up over.
+    QPointer<QWidget> over;
+    QLabel *text;
+    QLabel *detail;
 };

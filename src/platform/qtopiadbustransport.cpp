@@ -71,6 +71,12 @@ void QtopiaDBusTransport::transmit(const QtopiaIpcMessage &message)
                                << "over D-Bus: the name does not fit a D-Bus signal";
         return;
     }
+    // With the bus daemon gone the connection still takes messages and drops them.
+    if (!bus.isConnected()) {
+        qCWarning(lcQtopiaIpc) << "lost" << message.message << "on channel" << message.channel
+                               << ": no connection to the D-Bus bus";
+        return;
+    }
     QDBusMessage signal = QDBusMessage::createSignal(objectPath(message.channel),
                                                      QLatin1String(QtopiaDBus::Interface), member);
     signal << message.data;

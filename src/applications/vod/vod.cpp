@@ -231,9 +231,11 @@ bool vod::fillListWidget()
         return false;
     for (const QString &text : std::as_const(listStrings)) {
         // The strings hold the catalogue's raw bytes; decode them for display.
-        auto *item = new QListWidgetItem(qEUCKRtoQString(text.toLatin1()), listView,
-                                         QListWidgetItem::Type);
+        // The row gets its size before it joins the list: a size given to a
+        // listed row makes the list look at all its rows again.
+        auto *item = new QListWidgetItem(qEUCKRtoQString(text.toLatin1()), nullptr, QListWidgetItem::Type);
         item->setSizeHint(QSize(480, 42));
+        listView->insertItem(listView->count(), item);
     }
     listView->setCurrentRow(0);
     listView->showMaximized();
@@ -474,7 +476,7 @@ void vod::groupListArrived()
         disconnect(waitWidget, &QWaitWidget::timeOut, this, &QWidget::close);
 
     groupCatalogue.clear();
-    if (!VodCatalogue::load(QLatin1String(VodCatalogue::GroupFile), groupBuffer))
+    if (!VodCatalogue::load(QLatin1String(VodCatalogue::GroupFile), groupBuffer, groupStamp))
         return;
     groupCatalogue = groupBuffer;
 
@@ -491,7 +493,7 @@ void vod::contentsListArrived()
 {
     listView->clear();
     contentsCatalogue.clear();
-    if (!VodCatalogue::load(QLatin1String(VodCatalogue::ContentsFile), contentsBuffer))
+    if (!VodCatalogue::load(QLatin1String(VodCatalogue::ContentsFile), contentsBuffer, contentsStamp))
         return;
     contentsCatalogue = contentsBuffer;
 

@@ -5,6 +5,8 @@
 #include <QPointer>
 #include <QStringList>
 
+#include "devicefile.h"
+
 class MVodInfoView;
 class MVodListView;
 class QStackedWidget;
@@ -74,6 +76,9 @@ public:
     QByteArray contentsCatalogue;
     QByteArray groupBuffer;
     QByteArray contentsBuffer;
+    // The versions of the files in the buffers.
+    DeviceFile::Stamp groupStamp;
+    DeviceFile::Stamp contentsStamp;
     QWaitWidget *waitWidget = nullptr;
     // Guarded: a recorded page may be deleted later and must never get the focus.
     QPointer<QWidget> focusedWidget;

@@ -5,10 +5,8 @@
 #include <QDebug>
 #include <QFile>
 
-#include <cstdio>
 #include <cstring>
 #include <new>
-#include <sys/stat.h>
 
 namespace VodCatalogue {
 
@@ -34,14 +32,16 @@ qint32 int32At(const QByteArray &bytes, qint64 offset)
 
 // The bytes from offset up to the first NUL, one character per byte. A name that
 // fills its field without a NUL runs on into what follows, as the device's own
-// reader does, but never past the end of the bytes.
+// reader does, but never past the end of the bytes nor past MaxNameBytes.
 QString nameAt(const QByteArray &bytes, qint64 offset)
 {
     if (offset < 0 || offset >= bytes.size())
         return QString();
-    const qsizetype nul = bytes.indexOf('\0', offset);
-    const qsizetype end = nul < 0 ? bytes.size() : nul;
-    return QString::fromLatin1(bytes.constData() + offset, end - offset);
+    const qsizetype room = qMin<qint64>(bytes.size() - offset, MaxNameBytes);
+    const char *start = bytes.constData() + offset;
+    const void *nul = std::memchr(start, '\0', size_t(room));
+    const qsizetype length = nul ? static_cast<const char *>(nul) - start : room;
+    return QString::fromLatin1(start, length);
 }
 
 constexpr qint64 GroupCountOffset = 0;
@@ -54,39 +54,46 @@ constexpr qint64 FirstContentOffset = 16;
 
 } // namespace
 
-bool load(const QString &path, QByteArray &buffer)
+bool load(const QString &path, QByteArray &buffer, DeviceFile::Stamp &stamp)
 {
-    // The previous copy goes before the new one is allocated.
-    buffer.clear();
-
-    const QByteArray file = QFile::encodeName(devicePath(path));
-    struct stat info;
-    if (::stat(file.constData(), &info) != 0) {
+    const QString file = devicePath(path);
+    DeviceFile::Stamp found;
+    switch (DeviceFile::query(file, MaxFileBytes, &found)) {
+    case DeviceFile::Status::Ok:
+        break;
+    case DeviceFile::Status::TooLarge:
+        buffer.clear();
+        stamp = {};
+        qDebug() << __FILE__ << "vodMessageHandle" << __LINE__ << "size error";
+        return false;
+    default:
+        buffer.clear();
+        stamp = {};
         qDebug() << __FILE__ << "vodMessageHandle" << __LINE__ << "stat error";
         return false;
     }
+    if (!buffer.isEmpty() && found == stamp)
+        return true;
 
-    const qint64 size = info.st_size;
+    // The previous copy goes before the new one is allocated.
+    buffer.clear();
+    stamp = {};
     try {
         // One byte more than the file, left zero: every name ends inside it.
-        // Only what the read does not fill is zeroed: a second pass over a
-        // large catalogue would cost as much as reading it.
-        buffer = QByteArray(qsizetype(size + 1), Qt::Uninitialized);
+        // The read zeroes what it does not fill: a second pass over a large
+        // catalogue would cost as much as reading it.
+        buffer = QByteArray(qsizetype(found.size + 1), Qt::Uninitialized);
     } catch (const std::bad_alloc &) {
         buffer = QByteArray();
         qDebug() << __FILE__ << "vodMessageHandle" << __LINE__ << "malloc error";
         return false;
     }
-
-    std::FILE *fp = std::fopen(file.constData(), "rb");
-    if (!fp) {
+    buffer.data()[found.size] = '\0';
+    if (DeviceFile::readInto(file, found, buffer.data()) != DeviceFile::Status::Ok) {
         buffer.fill('\0');
         return false;
     }
-    // A file that shrank since the size query leaves zeros behind what was read.
-    const size_t read = std::fread(buffer.data(), 1, size_t(size), fp);
-    std::fclose(fp);
-    std::memset(buffer.data() + read, 0, size_t(size) + 1 - read);
+    stamp = found;
     return true;
 }
 

@@ -4,6 +4,7 @@
 
 #include <QtEndian>
 
+#include <climits>
 #include <cstring>
 
 VideoFeed::VideoFeed(const FrameHooks &hooks, QObject *parent)
@@ -54,6 +55,9 @@ std::optional<QRect> VideoFeed::windowFrom(const QByteArray &data)
     for (int i = 0; i < 4; ++i)
         values[i] = qFromBigEndian<qint32>(data.constData() + 4 * i);
     if (values[2] <= 0 || values[3] <= 0)
+        return std::nullopt;
+    // A rectangle whose far edge lies beyond the range of int is none.
+    if (qint64(values[0]) + values[2] - 1 > INT_MAX || qint64(values[1]) + values[3] - 1 > INT_MAX)
         return std::nullopt;
     return QRect(values[0], values[1], values[2], values[3]);
 }

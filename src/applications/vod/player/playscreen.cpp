@@ -1,12 +1,11 @@
 #include "playscreen.h"
 
-#include "devicepath.h"
+#include "phonestatus.h"
 
 #include <QIcon>
 #include <QPainter>
 #include <QPalette>
 #include <QPixmap>
-#include <QSettings>
 
 namespace {
 
@@ -31,7 +30,11 @@ bool isWideKind(playScreenType type)
 } // namespace
 
 PlayScreen::PlayScreen(VodPlayView *parent)
-    : QWidget(parent), owner(parent)
+    : QWidget(parent),
+      owner(parent),
+      // One icon for the play screen's life: a new QIcon at every paint would
+      // leave a scaled copy in the pixmap cache each time.
+      playIcon(QStringLiteral(":image/vod/vod_player_botton01.png"))
 {
     setObjectName(QStringLiteral("_fullscreen_"));
     setGeometry(0, 0, 480, 272);
@@ -67,6 +70,9 @@ PlayScreen::PlayScreen(VodPlayView *parent)
         break;
     }
 
+    // The phone's own screens darken the area when they come and go.
+    connect(&PhoneStatus::instance(), &PhoneStatus::changed, this, qOverload<>(&QWidget::update));
+
     // The area must stay transparent where it is cleared: the system never
     // fills its background.
     setAttribute(Qt::WA_NoSystemBackground);
@@ -92,10 +98,7 @@ void PlayScreen::setShowPlayIcon(bool show)
 
 bool PlayScreen::phoneScreenUp()
 {
-    const QSettings status(devicePath(QStringLiteral("/tmp/status/PhoneStatus.conf")),
-                           QSettings::IniFormat);
-    return status.value(QStringLiteral("Phone/CallWindowStatus"), 0).toInt() > 0
-        || status.value(QStringLiteral("Phone/DialerWindowStatus"), 0).toInt() > 0;
+    return PhoneStatus::instance().screenUp();
 }
 
 PlayScreen::Content PlayScreen::contentFor(playScreenType type, VodPlayView::playScreenStatus status,
@@ -118,8 +121,7 @@ PlayScreen::Content PlayScreen::contentFor(playScreenType type, VodPlayView::pla
 
 void PlayScreen::drawPlayIcon(QPainter *painter) const
 {
-    const QIcon icon(QStringLiteral(":image/vod/vod_player_botton01.png"));
-    painter->drawPixmap(iconRect, icon.pixmap(iconRect.size(), QIcon::Normal, QIcon::Off));
+    painter->drawPixmap(iconRect, playIcon.pixmap(iconRect.size(), QIcon::Normal, QIcon::Off));
 }
 
 void PlayScreen::drawKeyHints(QPainter *painter, int offset)

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QIcon>
 #include <QRect>
 #include <QWidget>
 
@@ -47,5 +48,7 @@ protected:
 
 private:
     void drawPlayIcon(QPainter *painter) const;
+
+    QIcon playIcon;
     static void drawKeyHints(QPainter *painter, int offset);
 };

@@ -16,6 +16,7 @@
 #include <QDebug>
 #include <QKeyEvent>
 #include <QPainter>
+#include <QPointer>
 #include <QPixmap>
 #include <QTimer>
 
@@ -191,27 +192,31 @@ void VideoPushView::pushMessageHandle(const QString &message, const QByteArray &
         close();
         if (fullScreenView)
             fullScreenView->close();
+        fullScreenShown = false;
     } else if (isMessage(message, VodMessage::EndOKMulticastPush)) {
         requestStopMulticast();
         close();
         if (fullScreenView)
             fullScreenView->close();
+        fullScreenShown = false;
     } else if (isMessage(message, VodMessage::StartCall) || isMessage(message, VodMessage::HideVodFullScreen)) {
         if (screenStatus == Playing) {
             requestPause();
             setPushStatus(Interrupted);
             repaintViews();
         }
-        if (fullScreenView && fullScreenView->isVisible())
+        // Only a full-screen view still open: one handed back stays closed.
+        if (fullScreenView && fullScreenShown && fullScreenView->isVisible())
             fullScreenView->hide();
     } else if (isMessage(message, VodMessage::StopCall) || isMessage(message, VodMessage::ShowVodFullScreen)) {
         if (screenStatus == Interrupted || screenStatus == Paused) {
             requestResume();
             setPushStatus(Playing);
         }
-        if (fullScreenView && fullScreenView->isHidden())
+        if (fullScreenView && fullScreenShown && fullScreenView->isHidden())
             fullScreenView->show();
     } else if (isMessage(message, VodMessage::CurrentTime)) {
+        serverLost = false;
         if (serverWatchdog)
             serverWatchdog->start(ServerWatchdogMsecs);
     } else if (isMessage(message, VodMessage::VodSoundMute)) {
@@ -223,7 +228,10 @@ void VideoPushView::pushMessageHandle(const QString &message, const QByteArray &
         update();
     } else if (isMessage(message, VodMessage::SetupFailPush)) {
         reader.readInt();
+        const QPointer<VideoPushView> self(this);
         QNoticeDialog::warning(this, tr("It's not broadcasting time"), QString(), 3);
+        if (!self)
+            return;
         // A start that came while the notice was up must not leave the
         // watchdog running behind the closed view.
         if (serverWatchdog)
@@ -231,6 +239,7 @@ void VideoPushView::pushMessageHandle(const QString &message, const QByteArray &
         setPushStatus(Stopped);
         if (fullScreenView)
             fullScreenView->close();
+        fullScreenShown = false;
         close();
     }
 }
@@ -238,6 +247,7 @@ void VideoPushView::pushMessageHandle(const QString &message, const QByteArray &
 void VideoPushView::fullScreenCloseSlot(VodPlayView::playScreenStatus pss, ulong ct, int cv, bool isMute)
 {
     Q_UNUSED(pss);
+    fullScreenShown = false;
     currentMsecs = quint32(ct);
     volume = cv;
     this->isMute = isMute;
@@ -253,12 +263,27 @@ void VideoPushView::fullScreenCloseSlot(VodPlayView::playScreenStatus pss, ulong
 void VideoPushView::setServerIsDown()
 {
     // The broadcast is left running: only the user knows whether to give up.
+    // Should they, nobody is left to confirm the stop: the view closes at once.
+    serverLost = true;
+    const QPointer<VideoPushView> self(this);
     QNoticeDialog::information(this, tr("Temporary disconnection from VCS server"),
                                tr("If you want to quit this broadcast, Please push 'stop' button"), 3);
+    if (!self)
+        return;
     if (fullScreenView)
         fullScreenView->update();
     if (serverWatchdog)
         serverWatchdog->stop();
+}
+
+void VideoPushView::leaveLostBroadcast()
+{
+    if (!serverLost)
+        return;
+    if (fullScreenView)
+        fullScreenView->close();
+    fullScreenShown = false;
+    close();
 }
 
 void VideoPushView::keyPressEvent(QKeyEvent *e)
@@ -269,6 +294,7 @@ void VideoPushView::keyPressEvent(QKeyEvent *e)
         // Ignored here, so that the platform sees the hang-up as well.
         QWidget::keyPressEvent(e);
         qDebug() << "VideoPushView::keyPressEvent" << "HangUp";
+        leaveLostBroadcast();
         break;
     case Key_Video4:
         if (screenStatus == Playing && playScreenReady) {
@@ -279,6 +305,7 @@ void VideoPushView::keyPressEvent(QKeyEvent *e)
             connect(fullScreenView, &VodPlayView::fullScreenCloseSignal, this, &VideoPushView::fullScreenCloseSlot);
             connect(fullScreenView, &QDialog::rejected, this, &VideoPushView::close);
             fullScreenView->resumeFrameSlider();
+            fullScreenShown = true;
             handOverTo(fullScreenView);
             changePushWindow(FullPushScreen);
         }
@@ -286,6 +313,7 @@ void VideoPushView::keyPressEvent(QKeyEvent *e)
     case Qt::Key_Back:
         requestStopUI();
         qDebug() << "VideoPushView::keyPressEvent" << "Back";
+        leaveLostBroadcast();
         break;
     default:
         break;

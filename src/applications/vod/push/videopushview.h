@@ -31,7 +31,12 @@ public:
     void changePushWindow(playScreenType type);
 
     VideoPushFullView *fullScreenView = nullptr;
+    // Whether fullScreenView is still open: from its opening until it hands
+    // back or closes. Calls and other screens hide and show only an open one.
+    bool fullScreenShown = false;
     QTimer *serverWatchdog = nullptr;
+    // The server-loss notice has been shown and no sign of life came since.
+    bool serverLost = false;
 
 public slots:
     void close();
@@ -52,4 +57,7 @@ private:
     void setPushStatus(playScreenStatus status);
     // Repaints this view and its full-screen view, if any.
     void repaintViews();
+    // After a stop key: a broadcast whose server is gone cannot confirm the
+    // stop, so the view closes at once.
+    void leaveLostBroadcast();
 };
