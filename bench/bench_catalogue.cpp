@@ -3,6 +3,8 @@
 
 #include "devicepath.h"
 #include "testenvironment.h"
+#include "browser/mvodlistview.h"
+#include "vod.h"
 #include "vodcatalogue.h"
 
 #include <QFile>
@@ -16,11 +18,12 @@ namespace {
 
 enum Kind { Groups, Contents };
 
-// Record counts per kind. Group records are 1772 bytes: 10^6 of them (1.7 GB)
-// would take most of the time and memory of a run, so groups stop at 10^5.
+// Record counts per kind, up to the largest catalogue the browser reads
+// (VodCatalogue::MaxFileBytes, 64 MiB): 10^4 group records of 1772 bytes, 10^5
+// contents records of 240 bytes.
 QList<int> counts(Kind kind)
 {
-    return kind == Groups ? QList<int>{1000, 10000, 100000} : QList<int>{1000, 10000, 100000, 1000000};
+    return kind == Groups ? QList<int>{1000, 10000} : QList<int>{1000, 10000, 100000};
 }
 
 QString fileOf(Kind kind)
@@ -124,7 +127,9 @@ private slots:
         QByteArray buffer;
         QStringList list;
         QBENCHMARK {
-            QVERIFY(VodCatalogue::load(file, buffer));
+            // A new stamp each time: an unchanged file is not read again otherwise.
+            DeviceFile::Stamp stamp;
+            QVERIFY(VodCatalogue::load(file, buffer, stamp));
             list = readerOf(kind, buffer);
         }
         QCOMPARE(list.size(), count);
@@ -164,12 +169,36 @@ private slots:
         const qint64 before = statusKb("VmRSS");
         {
             QByteArray buffer;
-            QVERIFY(VodCatalogue::load(fileOf(kind), buffer));
+            DeviceFile::Stamp stamp;
+            QVERIFY(VodCatalogue::load(fileOf(kind), buffer, stamp));
             const QStringList list = readerOf(kind, buffer);
             QCOMPARE(list.size(), count);
         }
         const qint64 peak = statusKb("VmHWM");
         QTest::setBenchmarkResult(qreal(peak - before) * 1024, QTest::BytesAllocated);
+    }
+
+    void listFill_data()
+    {
+        QTest::addColumn<int>("count");
+        for (int count : {1000, 10000, 100000, 1000000})
+            QTest::addRow("%d titles", count) << count;
+    }
+    // The browser's list filled with that many titles (vod::fillListWidget).
+    void listFill()
+    {
+        QFETCH(int, count);
+        vod browser;
+        QStringList titles;
+        titles.reserve(count);
+        for (int i = 0; i < count; ++i)
+            titles.append(QStringLiteral("Title %1").arg(i));
+        QBENCHMARK_ONCE {
+            browser.listView->clear();
+            browser.listStrings = titles;
+            QVERIFY(browser.fillListWidget());
+        }
+        QCOMPARE(browser.listView->count(), count);
     }
 
     void expectedMemory_data() { rows(); }
@@ -180,7 +209,8 @@ private slots:
         QFETCH(int, count);
         write(kind, count);
         QByteArray buffer;
-        QVERIFY(VodCatalogue::load(fileOf(kind), buffer));
+        DeviceFile::Stamp stamp;
+        QVERIFY(VodCatalogue::load(fileOf(kind), buffer, stamp));
         QTest::setBenchmarkResult(qreal(buffer.size() + stringBytes(readerOf(kind, buffer))), QTest::BytesAllocated);
     }
 

@@ -13,6 +13,7 @@
 #include "vodplayer/vodplayfullscreenview.h"
 #include "vodplayer/vodplaysmallscreenview.h"
 
+#include <QApplication>
 #include <QCoreApplication>
 #include <QPointer>
 
@@ -79,18 +80,27 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
             player->show();
     }
 
+    // Delivered from the event loop, as the transport does: a notification may
+    // come while an earlier one's notice is up, and delete the window under it.
+    int pending = 0;
     for (int i = 0; i < 16 && !in.atEnd(); ++i) {
         const MessageEntry &entry = catalogue.at(in.byte() % catalogue.size());
         const QByteArray block = in.bytes(in.byte() % 64);
         const QString message = QLatin1String(entry.signature);
-        if (!channel.isEmpty())
-            QtopiaChannel::deliver(channel, message, block);
-        else if (player)
-            player->messageHandle(message, block);
-        else
-            break;
-        QCoreApplication::sendPostedEvents();
+        ++pending;
+        QMetaObject::invokeMethod(
+            qApp,
+            [&pending, channel, player, message, block] {
+                --pending;
+                if (!channel.isEmpty())
+                    QtopiaChannel::deliver(channel, message, block);
+                else if (player)
+                    player->messageHandle(message, block);
+            },
+            Qt::QueuedConnection);
     }
+    while (pending > 0)
+        QCoreApplication::processEvents();
     FuzzSupport::settle(browser ? static_cast<QWidget *>(browser.data()) : player.data());
     return 0;
 }

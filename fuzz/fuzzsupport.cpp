@@ -1,6 +1,5 @@
 #include "fuzzsupport.h"
 
-#include "qnoticedialog.h"
 #include "qtopiaipctransport.h"
 #include "vodcatalogue.h"
 
@@ -65,10 +64,11 @@ void FuzzSupport::initialise()
     QDir(root.path()).mkpath(QStringLiteral("tmp/systemdb"));
     qputenv("QPE_ROOT", root.path().toLocal8Bit());
     writeCatalogues(root.path());
+    // Real notices, with their own modal loops, gone as soon as they came.
+    qputenv("QPE_NOTICE_TIMEOUT", "0");
     // Never destroyed: the fuzzer leaves through exit(), after the platform
     // plugin's own static teardown has begun.
     new QApplication(argc, argv);
-    QNoticeDialog::setPresenter([](const QNoticeDialog::Notice &) {});
 }
 
 void FuzzSupport::settle(QWidget *window)

@@ -130,7 +130,8 @@ void tst_BadFiles::groupFileChanged_data()
     QTest::newRow("negative count") << int(NegativeCount) << int32le(-7) + two.mid(4) << QStringList()
                                     << QStringList{"q0", "q1"};
     QTest::newRow("replaced") << int(Replaced) << two << QStringList{"n0", "n1"} << QStringList{"q0", "q1"};
-    QTest::newRow("directory") << int(Directory) << QByteArray() << QStringList() << QStringList();
+    // Not a regular file: refused as a missing one is.
+    QTest::newRow("directory") << int(Directory) << QByteArray() << QStringList{"g0", "g1"} << QStringList();
 }
 
 // The video manager announces the group list, but the file changed before it is
@@ -176,7 +177,7 @@ void tst_BadFiles::contentsFileChanged_data()
                                     << int(ContentsLevel);
     QTest::newRow("replaced") << int(Replaced) << three << QStringList{"u0", "u1", "u2"}
                               << int(ContentsLevel);
-    QTest::newRow("directory") << int(Directory) << QByteArray() << QStringList() << int(ContentsLevel);
+    QTest::newRow("directory") << int(Directory) << QByteArray() << QStringList() << int(PartLevel);
 }
 
 // The same for the contents list; a title chosen from it asks for the row the
@@ -235,8 +236,11 @@ void tst_BadFiles::phoneStatusFile()
 {
     QFETCH(QByteArray, contents);
     QFETCH(bool, up);
+    // A file that says the opposite first, so that the row's own is seen read.
+    env->writeFile(phoneStatus, up ? QByteArray() : QByteArray("[Phone]\nCallWindowStatus=1\n"));
+    QTRY_COMPARE(PlayScreen::phoneScreenUp(), !up);
     env->writeFile(phoneStatus, contents);
-    QCOMPARE(PlayScreen::phoneScreenUp(), up);
+    QTRY_COMPARE(PlayScreen::phoneScreenUp(), up);
 }
 
 // A playing player paints over a junk status file as if no phone screen were up:

@@ -32,6 +32,13 @@ public:
         }
     }
 
+    // Ends the daemon, as when the bus goes away under its clients.
+    void kill()
+    {
+        daemon.kill();
+        daemon.waitForFinished(3000);
+    }
+
     // The address to connect to, or an empty string with *error set.
     QString start(QString *error)
     {
@@ -421,6 +428,28 @@ private slots:
         // Asking again keeps the one bus transport.
         QTest::ignoreMessage(QtInfoMsg, "IPC over the D-Bus session bus");
         QCOMPARE(QtopiaIpcTransport::selectDefault(), bus);
+    }
+
+    // A request sent after the bus daemon went is lost, and says so.
+    void lostBusSaysSo()
+    {
+        PrivateBus doomed;
+        QString error;
+        const QString doomedAddress = doomed.start(&error);
+        QVERIFY2(!doomedAddress.isEmpty(), qPrintable(error));
+        QDBusConnection connection = QDBusConnection::connectToBus(doomedAddress, "doomed");
+        QVERIFY(connection.isConnected());
+        {
+            QtopiaDBusTransport lonely(connection);
+            doomed.kill();
+            QTRY_VERIFY(!connection.isConnected());
+            QTest::ignoreMessage(QtWarningMsg,
+                                 QRegularExpression("lost \"stopVod\\(\\)\" on channel \"QPE/VideoManager\""));
+            QtopiaIpcTransport::setInstance(&lonely);
+            QtopiaIpcEnvelope(QStringLiteral("QPE/VideoManager"), QStringLiteral("stopVod()"));
+            QtopiaIpcTransport::setInstance(transport.get());
+        }
+        QDBusConnection::disconnectFromBus("doomed");
     }
 };
 

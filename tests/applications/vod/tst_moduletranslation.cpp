@@ -92,8 +92,7 @@ private slots:
         QTRY_VERIFY(!guard);
 
         // The pop-up's own title.
-        QNoticeDialog dialog(QNoticeDialog::Notice{QNoticeDialog::Warning, nullptr, QStringLiteral("x"), {}, 3},
-                             nullptr);
+        QNoticeDialog dialog(QNoticeDialog::Notice{QNoticeDialog::Warning, nullptr, QStringLiteral("x"), {}, 3});
         QCOMPARE(dialog.windowTitle(), QStringLiteral("경고"));
     }
 

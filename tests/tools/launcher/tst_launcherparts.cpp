@@ -389,6 +389,8 @@ void tst_LauncherParts::videoFeedFollowsTheWire_data()
                                  << 0.0;
     QTest::newRow("short window block") << VodChannel::VideoManager << VodMessage::ChangeVodWindow
                                         << QByteArray::fromHex("000000000000000000000100") << small << 0.0;
+    QTest::newRow("far edge beyond int") << VodChannel::VideoManager << VodMessage::ChangeVodWindow
+                                         << QByteArray::fromHex("7fffff000000000000001000000000ff") << small << 0.0;
     QTest::newRow("empty window") << VodChannel::VideoManager << VodMessage::ChangeVodWindow
                                   << QByteArray::fromHex("0000000000000000000000000000010f") << small << 0.0;
     QTest::newRow("push time") << VodChannel::PushApplication << VodMessage::CurrentTime

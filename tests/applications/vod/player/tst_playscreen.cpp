@@ -133,6 +133,7 @@ void tst_PlayScreen::initTestCase()
 void tst_PlayScreen::cleanup()
 {
     env->remove(QStringLiteral("/tmp/status/PhoneStatus.conf"));
+    QTRY_VERIFY(!PlayScreen::phoneScreenUp());
     QTRY_VERIFY(QApplication::topLevelWidgets().isEmpty());
 }
 
@@ -281,6 +282,10 @@ void tst_PlayScreen::phoneScreen()
 
     if (!file.isEmpty())
         env->writeFile(QStringLiteral("/tmp/status/PhoneStatus.conf"), file);
+    else
+        env->remove(QStringLiteral("/tmp/status/PhoneStatus.conf"));
+    // The status file is read when it changes.
+    QTRY_COMPARE(PlayScreen::phoneScreenUp(), file.contains("Status=1") || file.contains("Status=2"));
     VodPlayView view(nullptr, SmallVodScreen, nullptr);
     view.screenStatus = status;
     view.playScreenReady = true;
