@@ -1,5 +1,7 @@
 #include "qeuckr.h"
 
+#include "qlogbase.h"
+
 #include <QStringDecoder>
 
 QString qEUCKRtoQString(const QByteArray &text)
@@ -11,7 +13,7 @@ QString qEUCKRtoQString(const QByteArray &text)
     if (!decoder.isValid()) {
         // Qt finds EUC-KR through ICU; a Qt built without it shows Korean as junk.
         static const bool warned = [] {
-            qWarning("qEUCKRtoQString: this Qt has no EUC-KR codec: Korean names are shown as Latin-1");
+            qCWarning(lcQtopiaDebug, "qEUCKRtoQString: this Qt has no EUC-KR codec: Korean names are shown as Latin-1");
             return true;
         }();
         Q_UNUSED(warned);

@@ -7,6 +7,8 @@
 #include <map>
 #include <memory>
 
+Q_LOGGING_CATEGORY(lcQtopiaDebug, "qtopia.debug")
+
 namespace {
 // A category with the name it points to; QLoggingCategory keeps the pointer.
 struct NamedCategory

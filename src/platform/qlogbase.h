@@ -1,10 +1,15 @@
 #pragma once
 
 #include <QDebug>
+#include <QLoggingCategory>
 
-// Category logging of the platform over QLoggingCategory. A category's debug
-// lines are off unless enabled by QT_LOGGING_RULES ("VOD.debug=true").
+// Category logging of the platform over QLoggingCategory. A named category's
+// debug lines are off unless enabled by QT_LOGGING_RULES ("VOD.debug=true").
 bool qtopiaLogRequested(const char *category);
+
+// The platform's general debug output, which applications write to whatever
+// category is enabled: on unless a rule turns it off ("qtopia.debug=false").
+Q_DECLARE_LOGGING_CATEGORY(lcQtopiaDebug)
 
 class QLogBase
 {

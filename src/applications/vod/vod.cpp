@@ -21,8 +21,6 @@
 #include <QStackedWidget>
 #include <QTime>
 
-#include <climits>
-#include <cmath>
 #include <utility>
 
 namespace {
@@ -42,19 +40,6 @@ QString logHeader(const char *file, int line, const char *function)
         .arg(QLatin1String(function));
 }
 
-
-// Toward zero like a C cast, but defined for every float: the notification's
-// numbers come from another process and may be anything.
-int truncatedToInt(float value)
-{
-    if (std::isnan(value))
-        return 0;
-    if (value >= 2147483648.0f)
-        return INT_MAX;
-    if (value <= -2147483648.0f)
-        return INT_MIN;
-    return int(value);
-}
 
 // The widgets that count for the focus procedures: every one not hidden that
 // holds the keyboard focus.
@@ -392,13 +377,10 @@ void vod::vodRequestHandle(const QString &message, const QByteArray &arguments)
     // Any other text sends nothing.
 }
 
-vod::PlayTime vod::playTimeOf(float start, float end)
+PlayerLogic::Clock vod::playTimeOf(float start, float end)
 {
     const float length = end - start;
-    const int seconds = truncatedToInt(length);
-    const float msecs = length * 1000.0f;
-    return PlayTime{seconds / 3600, (seconds % 3600) / 60, seconds % 60,
-                    truncatedToInt(msecs) % 1000};
+    return PlayerLogic::splitClock(PlayerLogic::truncated(length), PlayerLogic::truncated(length * 1000.0f));
 }
 
 void vod::vodMessageHandle(const QString &msg, const QByteArray &data)
@@ -435,7 +417,7 @@ void vod::setupInfoView(const QByteArray &data)
     const float end = in.readFloat();
     in.readFloat();
 
-    const PlayTime time = playTimeOf(start, end);
+    const PlayerLogic::Clock time = playTimeOf(start, end);
     playHours = time.hours;
     playMinutes = time.minutes;
     playSeconds = time.seconds;
@@ -548,7 +530,7 @@ void vod::checkVodFocus(const QString &msg)
 
     // focusedWidget is guarded: a recorded page that was deleted counts as none.
     if (!focusedWidget) {
-        qWarning("VOD is processing, but Focus widget isn't Founded !!");
+        qCWarning(lcQtopiaDebug, "VOD is processing, but Focus widget isn't Founded !!");
         return;
     }
     if (vodLogEnabled())

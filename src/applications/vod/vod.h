@@ -6,6 +6,7 @@
 #include <QStringList>
 
 #include "devicefile.h"
+#include "player/playerlogic.h"
 
 class MVodInfoView;
 class MVodListView;
@@ -47,17 +48,9 @@ public:
 
     // The play time of a title from the two positions (seconds) of its set-up
     // notification: the whole seconds of end - start split into hours, minutes
-    // and seconds, and the milliseconds. The parts are not range-checked: a day
-    // or more, or a negative length, gives parts that make no valid QTime. A
-    // length beyond the range of int is held at its limit.
-    struct PlayTime
-    {
-        int hours;
-        int minutes;
-        int seconds;
-        int msecs;
-    };
-    static PlayTime playTimeOf(float start, float end);
+    // and seconds, and the milliseconds (single precision). A day or more, or a
+    // negative length, gives parts that make no valid QTime.
+    static PlayerLogic::Clock playTimeOf(float start, float end);
 
     int currentLevel = GroupLevel;
     int playHours = 0;

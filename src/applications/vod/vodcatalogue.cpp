@@ -2,6 +2,8 @@
 
 #include "devicepath.h"
 
+#include "qlogbase.h"
+
 #include <QDebug>
 #include <QFile>
 
@@ -64,12 +66,12 @@ bool load(const QString &path, QByteArray &buffer, DeviceFile::Stamp &stamp)
     case DeviceFile::Status::TooLarge:
         buffer.clear();
         stamp = {};
-        qDebug() << __FILE__ << "vodMessageHandle" << __LINE__ << "size error";
+        qCDebug(lcQtopiaDebug) << __FILE__ << "vodMessageHandle" << __LINE__ << "size error";
         return false;
     default:
         buffer.clear();
         stamp = {};
-        qDebug() << __FILE__ << "vodMessageHandle" << __LINE__ << "stat error";
+        qCDebug(lcQtopiaDebug) << __FILE__ << "vodMessageHandle" << __LINE__ << "stat error";
         return false;
     }
     if (!buffer.isEmpty() && found == stamp)
@@ -85,7 +87,7 @@ bool load(const QString &path, QByteArray &buffer, DeviceFile::Stamp &stamp)
         buffer = QByteArray(qsizetype(found.size + 1), Qt::Uninitialized);
     } catch (const std::bad_alloc &) {
         buffer = QByteArray();
-        qDebug() << __FILE__ << "vodMessageHandle" << __LINE__ << "malloc error";
+        qCDebug(lcQtopiaDebug) << __FILE__ << "vodMessageHandle" << __LINE__ << "malloc error";
         return false;
     }
     buffer.data()[found.size] = '\0';

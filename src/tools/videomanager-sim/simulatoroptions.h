@@ -26,6 +26,9 @@ struct SimulatorOptions
 {
     SimCatalogue catalogue = SimCatalogue::builtIn();
     double timeScale = 1.0;
+    // Simulated time passes only through VideoManagerSimulator::advance(): no
+    // timer of the simulator runs by itself, so every run is the same.
+    bool manualClock = false;
     double pushStartDelay = 0.5; // "pushAppExecuted()" to "startPush()"
     double answerDelay = 0; // a catalogue or set-up request to its answer
 

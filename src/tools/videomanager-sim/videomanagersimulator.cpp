@@ -11,10 +11,10 @@
 
 #include <QTimer>
 
-using namespace VodMessage;
+#include <algorithm>
+#include <limits>
 
-namespace {
-}
+using namespace VodMessage;
 
 VideoManagerSimulator::VideoManagerSimulator(const SimulatorOptions &options, QObject *parent)
     : QObject(parent), settings(options), pushTicker(new QTimer(this)), vodTicker(new QTimer(this))
@@ -37,7 +37,29 @@ VideoManagerSimulator::~VideoManagerSimulator() = default;
 
 int VideoManagerSimulator::secondMs() const
 {
+    // A manual clock's reports come from advance() alone.
+    if (settings.manualClock)
+        return std::numeric_limits<int>::max();
     return qMax(1, qRound(1000.0 * settings.timeScale));
+}
+
+void VideoManagerSimulator::advance(int seconds)
+{
+    for (int i = 0; i < seconds; ++i) {
+        ++now;
+        while (!silent) {
+            const auto next = std::find_if(due.begin(), due.end(), [this](const auto &d) { return d.first <= now; });
+            if (next == due.end())
+                break;
+            const std::function<void()> action = next->second;
+            due.erase(next);
+            action();
+        }
+        if (pushTicker->isActive())
+            pushTick();
+        if (vodTicker->isActive())
+            vodTick();
+    }
 }
 
 bool VideoManagerSimulator::isReportingPush() const
@@ -319,6 +341,7 @@ void VideoManagerSimulator::goSilent()
     vodTicker->stop();
     for (QTimer *timer : std::as_const(pending))
         timer->stop();
+    due.clear();
     note(QStringLiteral("silent from now on: no answers, no reports"));
 }
 
@@ -332,6 +355,10 @@ void VideoManagerSimulator::afterAnswerDelay(std::function<void()> action)
 
 void VideoManagerSimulator::after(double seconds, std::function<void()> action)
 {
+    if (settings.manualClock) {
+        due.append({now + seconds, std::move(action)});
+        return;
+    }
     auto *timer = new QTimer(this);
     timer->setSingleShot(true);
     timer->setInterval(qMax(0, qRound(seconds * 1000.0 * settings.timeScale)));

@@ -7,6 +7,7 @@
 #include <QElapsedTimer>
 #include <QList>
 #include <QObject>
+#include <QPair>
 #include <QRect>
 #include <QString>
 
@@ -35,6 +36,10 @@ public:
     ~VideoManagerSimulator() override;
 
     const SimulatorOptions &options() const { return settings; }
+
+    // With a manual clock: lets `seconds` simulated seconds pass, one at a
+    // time: what falls due in a second happens, then the reports of that second.
+    void advance(int seconds);
     // One simulated second, in real milliseconds.
     int secondMs() const;
 
@@ -99,6 +104,9 @@ private:
     bool pushPlaybackStarted = false;
     bool vodPlaybackStarted = false;
     QList<QTimer *> pending;
+    // With a manual clock: the simulated time, and what is due when.
+    int now = 0;
+    QList<QPair<double, std::function<void()>>> due;
 
     QRect window;
     int volumeLevel = -1;

@@ -628,7 +628,7 @@ void tst_Vod::playTime()
     QFETCH(float, end);
     QFETCH(QList<int>, parts);
 
-    const vod::PlayTime t = vod::playTimeOf(start, end);
+    const PlayerLogic::Clock t = vod::playTimeOf(start, end);
     QCOMPARE(QList<int>({t.hours, t.minutes, t.seconds, t.msecs}), parts);
 }
 

@@ -17,6 +17,8 @@
 #include "qvaluespaceitem.h"
 #include "vod.h"
 
+#include "qlogbase.h"
+
 #include <QCloseEvent>
 #include <QColor>
 #include <QDebug>
@@ -846,7 +848,7 @@ void VodPlayView::keyPressEvent(QKeyEvent *e)
 
 void VodPlayView::toggleHeadset(int logLine)
 {
-    qDebug() << "keyPressEvent" << logLine << "Headset pressed";
+    qCDebug(lcQtopiaDebug) << "keyPressEvent" << logLine << "Headset pressed";
     QtopiaIpcEnvelope envelope(QString::fromLatin1(VodChannel::CallManager),
                                QString::fromLatin1(VodMessage::SetHeadsetOnOff));
 }

@@ -5,6 +5,8 @@
 
 #include "devicekeys.h"
 
+#include "qlogbase.h"
+
 #include <QDebug>
 #include <QKeyEvent>
 #include <QPainter>
@@ -49,7 +51,7 @@ void VideoPushFullView::keyPressEvent(QKeyEvent *e)
         e->accept();
         break;
     case Key_Video3:
-        qDebug() << "Fullscreen push stop!!";
+        qCDebug(lcQtopiaDebug) << "Fullscreen push stop!!";
         // The owner closes this view when the end notification arrives.
         if (owner)
             owner->requestStopUI();

@@ -12,6 +12,8 @@
 #include "qtopiachannel.h"
 #include "qtopiaipcenvelope.h"
 
+#include "qlogbase.h"
+
 #include <QCloseEvent>
 #include <QDebug>
 #include <QKeyEvent>
@@ -156,7 +158,7 @@ void VideoPushView::repaintViews()
 
 void VideoPushView::close()
 {
-    qDebug() << "VideoPushView::close()";
+    qCDebug(lcQtopiaDebug) << "VideoPushView::close()";
     QWidget::close();
 }
 
@@ -293,7 +295,7 @@ void VideoPushView::keyPressEvent(QKeyEvent *e)
         requestStopUI();
         // Ignored here, so that the platform sees the hang-up as well.
         QWidget::keyPressEvent(e);
-        qDebug() << "VideoPushView::keyPressEvent" << "HangUp";
+        qCDebug(lcQtopiaDebug) << "VideoPushView::keyPressEvent" << "HangUp";
         leaveLostBroadcast();
         break;
     case Key_Video4:
@@ -312,7 +314,7 @@ void VideoPushView::keyPressEvent(QKeyEvent *e)
         break;
     case Qt::Key_Back:
         requestStopUI();
-        qDebug() << "VideoPushView::keyPressEvent" << "Back";
+        qCDebug(lcQtopiaDebug) << "VideoPushView::keyPressEvent" << "Back";
         leaveLostBroadcast();
         break;
     default:
