@@ -7,7 +7,9 @@
 #include <map>
 #include <memory>
 
-Q_LOGGING_CATEGORY(lcQtopiaDebug, "qtopia.debug")
+// Named as Qt's own default category: its lines look as qDebug()'s do, and
+// the same rules ("default.debug=false") silence them.
+Q_LOGGING_CATEGORY(lcQtopiaDebug, "default")
 
 namespace {
 // A category with the name it points to; QLoggingCategory keeps the pointer.

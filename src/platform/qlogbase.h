@@ -7,8 +7,8 @@
 // debug lines are off unless enabled by QT_LOGGING_RULES ("VOD.debug=true").
 bool qtopiaLogRequested(const char *category);
 
-// The platform's general debug output, which applications write to whatever
-// category is enabled: on unless a rule turns it off ("qtopia.debug=false").
+// The platform's general debug output: on unless a rule turns it off
+// ("default.debug=false").
 Q_DECLARE_LOGGING_CATEGORY(lcQtopiaDebug)
 
 class QLogBase

@@ -2,7 +2,9 @@
 
 #include <QApplication>
 #include <QEvent>
+#include <QGuiApplication>
 #include <QTimer>
+#include <QWindow>
 #include <QWidget>
 
 namespace {
@@ -15,6 +17,20 @@ WindowManager::WindowManager(QObject *parent)
     : QObject(parent)
 {
     qApp->installEventFilter(this);
+    // A window system may still hand the keyboard to a window that has just
+    // gone (its activation was under way): nothing on screen has it then.
+    connect(qApp, &QGuiApplication::focusWindowChanged, this, [this](QWindow *focus) {
+        if (focus && !focus->isVisible())
+            scheduleActivation();
+    });
+}
+
+void WindowManager::scheduleActivation()
+{
+    if (activationPending)
+        return;
+    activationPending = true;
+    QTimer::singleShot(0, this, &WindowManager::activateTopmost);
 }
 
 WindowManager::~WindowManager()
@@ -106,8 +122,11 @@ void WindowManager::activateTopmost()
 {
     activationPending = false;
     emit stackChanged();
+    // Qt may have made a parent the active widget window while the window
+    // system's focus stays with the window that went: both must be on screen.
     const QWidget *active = QApplication::activeWindow();
-    if (active && active->isVisible())
+    const QWindow *focus = QGuiApplication::focusWindow();
+    if (active && active->isVisible() && focus && focus->isVisible())
         return;
     const QList<QWidget *> windows = stack();
     if (!windows.isEmpty())
@@ -132,10 +151,8 @@ bool WindowManager::eventFilter(QObject *watched, QEvent *event)
     case QEvent::Hide:
         // The window goes (closed, hidden or deleted): if it had the keyboard,
         // the window on top gets it once the window has gone.
-        if (isManaged(watched) && !activationPending) {
-            activationPending = true;
-            QTimer::singleShot(0, this, &WindowManager::activateTopmost);
-        }
+        if (isManaged(watched))
+            scheduleActivation();
         break;
     default:
         break;

@@ -58,6 +58,7 @@ private:
     bool isManaged(const QObject *object) const;
     void place(QWidget *window);
     void raise(QWidget *window);
+    void scheduleActivation();
     void activateTopmost();
 
     QPoint displayOrigin;

@@ -71,6 +71,11 @@ int main(int argc, char **argv)
     const QCommandLineOption verifyOption(
         QStringLiteral("verify"), text("Only check the pictures already in OUTDIR; run no session."));
     parser.addOption(verifyOption);
+    const QCommandLineOption compareOption(
+        QStringLiteral("compare"),
+        text("Also compare every picture with the reference picture of the same name in DIR, pixel by pixel."),
+        QStringLiteral("DIR"));
+    parser.addOption(compareOption);
     parser.addPositionalArgument(QStringLiteral("OUTDIR"), text("Where the pictures go (default: storyboard)."));
     parser.process(app);
     if (parser.positionalArguments().size() > 1) {
@@ -103,7 +108,9 @@ int main(int argc, char **argv)
         printLines({board.errorString()});
         return 1;
     }
-    const QStringList problems = Storyboard::problems(outDir, names, displaySize);
+    QStringList problems = Storyboard::problems(outDir, names, displaySize);
+    if (parser.isSet(compareOption))
+        problems += Storyboard::differences(outDir, parser.value(compareOption), names);
     printLines(problems);
     if (!problems.isEmpty())
         return 1;

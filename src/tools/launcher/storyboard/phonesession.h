@@ -15,7 +15,8 @@ class QWidget;
 
 // The scripted session of the storyboard: the push viewer and then the VOD
 // browser, driven with the device's keys against the simulated video manager
-// in this process, shown on the launcher's device frame.
+// in this process, shown on the launcher's device frame. The video manager's
+// clock and the play animation are held, so every run draws the same pictures.
 class PhoneSession : public QObject
 {
     Q_OBJECT
@@ -34,11 +35,12 @@ public:
 
 private:
     void press(const QString &keyName);
-    int reports() const;
+    // Lets `seconds` of the simulated video manager's time pass.
+    void play(int seconds);
+    void holdAnimations();
 
     LauncherScreen *display;
     std::unique_ptr<VideoManagerSimulator> simulator;
     QPointer<VideoPushView> push;
     QPointer<vod> browser;
-    int reportMark = 0;
 };

@@ -164,3 +164,38 @@ QStringList Storyboard::problems(const QString &directory, const QStringList &na
         found.append(tr("%1 has no index.html").arg(directory));
     return found;
 }
+
+QStringList Storyboard::differences(const QString &directory, const QString &references, const QStringList &names)
+{
+    QStringList found;
+    for (const QString &name : names) {
+        const QString file = name + QLatin1String(".png");
+        const QImage shown = QImage(QDir(directory).filePath(file)).convertToFormat(QImage::Format_ARGB32);
+        const QImage expected = QImage(QDir(references).filePath(file)).convertToFormat(QImage::Format_ARGB32);
+        if (expected.isNull()) {
+            found.append(tr("no reference picture %1 in %2").arg(file, references));
+            continue;
+        }
+        if (shown.size() != expected.size()) {
+            found.append(tr("%1 differs from its reference in size").arg(file));
+            continue;
+        }
+        int differing = 0;
+        QPoint first;
+        for (int y = 0; y < shown.height(); ++y) {
+            const auto *a = reinterpret_cast<const QRgb *>(shown.constScanLine(y));
+            const auto *b = reinterpret_cast<const QRgb *>(expected.constScanLine(y));
+            for (int x = 0; x < shown.width(); ++x) {
+                if (a[x] != b[x] && differing++ == 0)
+                    first = QPoint(x, y);
+            }
+        }
+        if (differing)
+            found.append(tr("%1 differs from its reference in %2 pixels, the first at (%3, %4)")
+                             .arg(file)
+                             .arg(differing)
+                             .arg(first.x())
+                             .arg(first.y()));
+    }
+    return found;
+}

@@ -47,6 +47,10 @@ public:
     // What is wrong with a folder of pictures: a missing or unreadable picture,
     // one of another size than the display's, or one equal to its neighbour.
     static QStringList problems(const QString &directory, const QStringList &names, const QSize &size);
+    // How the pictures differ from the reference pictures of the same names:
+    // for each that differs, how many pixels and the first one. The reference
+    // must be met exactly: the session and its fonts are the same every run.
+    static QStringList differences(const QString &directory, const QString &references, const QStringList &names);
 
 signals:
     void finished(bool ok);
