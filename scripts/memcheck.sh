@@ -1,15 +1,15 @@
 #!/usr/bin/env bash
-# Runs one end-to-end road under valgrind's memcheck: the fault test that plays
-# a VOD content and a broadcast against the in-process video-manager simulator
-# and loses the simulator midway (browser, list, information page, small
-# player, push viewer, watchdogs, notices). Any memcheck error or definite leak
+# Runs one end-to-end test under valgrind's memcheck: the roads that play VOD
+# titles and a broadcast against the in-process video-manager simulator and
+# lose the simulator midway (browser, list, information page, small player,
+# push viewer, watchdogs, notices, the launcher's window manager). Any memcheck error or definite leak
 # fails the run. Builds the program into build/ (the normal build) first.
-# Usage: scripts/memcheck.sh [test program name, default tst_serverloss]
+# Usage: scripts/memcheck.sh [test program name, default tst_roads]
 set -euo pipefail
 cd "$(dirname "$0")/.."
 root=$(pwd)
 builddir=${MEMCHECK_BUILD_DIR:-$root/build}
-program=${1:-tst_serverloss}
+program=${1:-tst_roads}
 
 cmake -S . -B "$builddir" -DCMAKE_BUILD_TYPE=RelWithDebInfo >/dev/null
 cmake --build "$builddir" -j"${JOBS:-$(nproc)}" --target "$program"

@@ -7,12 +7,6 @@
 #include <QVBoxLayout>
 
 namespace {
-QNoticeDialog::Presenter &presenter()
-{
-    static QNoticeDialog::Presenter p;
-    return p;
-}
-
 // The notices up now, outermost first.
 QList<QNoticeDialog *> &openNotices()
 {
@@ -65,18 +59,8 @@ void QNoticeDialog::keyPressEvent(QKeyEvent *e)
     }
 }
 
-void QNoticeDialog::setPresenter(Presenter p)
-{
-    presenter() = std::move(p);
-}
-
 int QNoticeDialog::present(const Notice &notice)
 {
-    if (presenter()) {
-        presenter()(notice);
-        return QDialog::Accepted;
-    }
-
     QWidget *window = notice.parent ? notice.parent->window() : nullptr;
     for (QNoticeDialog *open : std::as_const(openNotices())) {
         if (open->over == window) {

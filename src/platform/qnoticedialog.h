@@ -4,8 +4,6 @@
 #include <QPointer>
 #include <QString>
 
-#include <functional>
-
 class QLabel;
 
 // The device's notice pop-up: a modal notice with a main line and a detail line.
@@ -18,8 +16,7 @@ class QLabel;
 // texts and returns at once, so notices never nest without bound.
 //
 // Set QPE_NOTICE_TIMEOUT (milliseconds) to have every notice dismiss itself, for
-// unattended runs. Tests install a presenter instead, which sees the notice and
-// returns at once without showing anything.
+// unattended runs.
 class QNoticeDialog : public QDialog
 {
     Q_OBJECT
@@ -35,13 +32,9 @@ public:
         QString detail;
         int option = 0;
     };
-    using Presenter = std::function<void(const Notice &)>;
 
     static int information(QWidget *parent, const QString &text, const QString &detail, int option);
     static int warning(QWidget *parent, const QString &text, const QString &detail, int option);
-
-    // Replaces the modal notice (an empty presenter restores it).
-    static void setPresenter(Presenter presenter);
 
     explicit QNoticeDialog(const Notice &notice);
 

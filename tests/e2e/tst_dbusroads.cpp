@@ -146,7 +146,6 @@ private slots:
     void pushRoad();
     void pushSetupFailure();
     void vodRoad();
-    void vodServerSilence();
     void nonQtPeer();
 
 private:
@@ -397,37 +396,6 @@ void tst_DBusRoads::vodRoad()
     QTRY_VERIFY_WITH_TIMEOUT(!launcher->running(), 10000);
     QCOMPARE(launcher->exitCode(), 0);
     qInfo("VOD road: %lld ms", qint64(clock.elapsed()));
-}
-
-// The video manager falls silent after the start: ten seconds after its last
-// report the player gives up (its notice dismisses itself here) and asks to stop.
-void tst_DBusRoads::vodServerSilence()
-{
-    QVERIFY(startSimulator({QStringLiteral("--silent-after"), QStringLiteral("2")}));
-    startLauncher({QStringLiteral("--vod")});
-
-    SETTLE("getGroupList_28_29");
-    key("Select");
-    key("Select");
-    SETTLE("getContentsList_28_29");
-    key("Select");
-    SETTLE("setupOKVod_28int_2Cint_2Cint_2Cfloat_2Cfloat_2Cfloat_29");
-    key("Context1");
-    SETTLE("startOKVod_28_29");
-    WAIT_LINE(silent, simulator->out, QStringLiteral("-- silent from now on"), 0, 5000);
-    QElapsedTimer sinceSilence;
-    sinceSilence.start();
-
-    WAIT_LINE(stop, launcher->out, QStringLiteral("^QPE/VideoManager stopVod\\(\\)$"), 0, 15000);
-    QVERIFY2(sinceSilence.elapsed() >= 9000, qPrintable(QString::number(sinceSilence.elapsed())));
-    WAIT_LINE(unanswered, simulator->out,
-              QStringLiteral("<- QPE/VideoManager stopVod\\(\\) \\(silent: not answered\\)"), silent, 5000);
-    // The browser stays.
-    QVERIFY(settle());
-    QVERIFY(launcher->running());
-    launcher->closeInput();
-    QTRY_VERIFY_WITH_TIMEOUT(!launcher->running(), 10000);
-    QCOMPARE(launcher->exitCode(), 0);
 }
 
 // A peer that is not Qt: dbus-send starts the broadcast, dbus-monitor sees the

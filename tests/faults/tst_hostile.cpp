@@ -14,6 +14,7 @@
 #include "player/playscreen.h"
 #include "push/videopushfullview.h"
 #include "push/videopushview.h"
+#include "qwaitwidget.h"
 #include "testdisplay.h"
 #include "testenvironment.h"
 #include "vod.h"
@@ -25,6 +26,7 @@
 #include <QElapsedTimer>
 #include <QFile>
 #include <QPointer>
+#include <QRegularExpression>
 #include <QTest>
 #include <QTimer>
 
@@ -68,22 +70,6 @@ qint64 residentBytes()
     return fields.size() > 1 ? fields.at(1).toLongLong() * sysconf(_SC_PAGESIZE) : -1;
 }
 
-// Runs `action` from inside the next modal loop that comes up (a notice's).
-void whileNextNoticeIsUp(std::function<void()> action)
-{
-    QTimer::singleShot(0, qApp, [action = std::move(action)] {
-        if (QApplication::activeModalWidget())
-            action();
-        else
-            whileNextNoticeIsUp(action);
-    });
-}
-
-bool sentAny(const char *message)
-{
-    return !sentOn(QLatin1String(VodChannel::VideoManager), QLatin1String(message)).isEmpty();
-}
-
 } // namespace
 
 class tst_Hostile : public QObject
@@ -110,8 +96,10 @@ private slots:
     }
     void cleanup() { QCOMPARE(deleteLeakedTopLevels(), 0); }
 
-    void playerDeletedUnderItsNotice_data();
-    void playerDeletedUnderItsNotice();
+    void notificationUnderANotice_data();
+    void notificationUnderANotice();
+    void broadcastNotificationUnderANotice_data();
+    void broadcastNotificationUnderANotice();
     void noticesDoNotNest_data();
     void noticesDoNotNest();
     void fifoInPlaceOfAFile_data();
@@ -138,30 +126,46 @@ void tst_Hostile::playTitle(Playing &p)
     QCOMPARE(p.player->screenStatus, VodPlayView::Playing);
 }
 
-void tst_Hostile::playerDeletedUnderItsNotice_data()
+void tst_Hostile::notificationUnderANotice_data()
 {
     QTest::addColumn<QString>("notice");
-    QTest::newRow("server lost") << "server";
-    QTest::newRow("video will be resumed") << "resumed";
-    QTest::newRow("now connecting server") << "connecting";
+    QTest::addColumn<QString>("during");
+    QTest::addColumn<QStringList>("sent");
+    QTest::addColumn<bool>("playerKept");
+
+    const QString server = QStringLiteral("server"), resumed = QStringLiteral("resumed");
+    // A title set up meanwhile replaces the page and its player: the notice
+    // goes with them, and nothing is stopped or resumed for the player gone.
+    QTest::newRow("new page, server lost") << server << QString(SetupOKVod) << QStringList() << false;
+    QTest::newRow("new page, video will be resumed") << resumed << QString(SetupOKVod) << QStringList() << false;
+    QTest::newRow("new page, now connecting server") << "connecting" << QString(SetupOKVod) << QStringList()
+                                                     << false;
+    // The content ends meanwhile: nothing is left to stop or resume.
+    QTest::newRow("end, server lost") << server << QString(EndOKVod) << QStringList() << true;
+    QTest::newRow("end, video will be resumed") << resumed << QString(EndOKVod) << QStringList() << true;
+    // A time report changes nothing: the lost server's content is stopped.
+    QTest::newRow("time, server lost") << server << QString(CurrentTime) << QStringList{"stopVod()"} << true;
 }
 
-// A title set up while a player's notice is up replaces the page and its
-// player: the notice goes with them, and nothing is stopped or resumed for the
-// player that is gone.
-void tst_Hostile::playerDeletedUnderItsNotice()
+// A notification that arrives while a player's notice runs its modal loop.
+void tst_Hostile::notificationUnderANotice()
 {
     QFETCH(QString, notice);
-    NoticeWatcher notices(5000);
+    QFETCH(QString, during);
+    QFETCH(QStringList, sent);
+    QFETCH(bool, playerKept);
+    NoticeWatcher notices(playerKept ? 30 : 5000);
     Playing p;
     playTitle(p);
     if (QTest::currentTestFailed())
         return;
-    QtopiaIpcTransport::clearTraffic();
 
-    whileNextNoticeIsUp([] {
-        deliver(application, QLatin1String(SetupOKVod),
-                messageData(qint32(0), qint32(0), qint32(2), 0.0f, 60.0f, 0.0f));
+    whileNextNoticeIsUp([during] {
+        QtopiaIpcTransport::clearTraffic();
+        const QByteArray data = during == QLatin1String(SetupOKVod)
+                                    ? messageData(qint32(0), qint32(0), qint32(2), 0.0f, 60.0f, 0.0f)
+                                    : during == QLatin1String(CurrentTime) ? messageData(12.0f) : QByteArray();
+        deliver(application, during, data);
     });
     QElapsedTimer clock;
     clock.start();
@@ -175,13 +179,48 @@ void tst_Hostile::playerDeletedUnderItsNotice()
         p.player->resumeVod();
         env->remove(QStringLiteral("/tmp/status/vod_setup_status"));
     }
-    // The notice closed with its player, long before it would time out.
-    QVERIFY(clock.elapsed() < 2000 * Slowdown);
+    flushEvents();
     QCOMPARE(notices.seen.size(), 1);
-    QVERIFY(!p.player);
-    QVERIFY(p.browser->infoView);
-    QVERIFY(!sentAny(StopVod));
-    QVERIFY(!sentAny(ResumeVod));
+    QCOMPARE(bool(p.player), playerKept);
+    QCOMPARE(sentMessages().filter(QRegularExpression("^(stop|resume|pause)Vod")), sent);
+    if (p.player) {
+        QCOMPARE(p.player->screenStatus, VodPlayView::Stopped);
+        QVERIFY(!p.player->isVisible());
+        QVERIFY(!p.player->serverWatchdog || !p.player->serverWatchdog->isActive());
+    } else {
+        // The notice closed with its player, long before it would time out.
+        QVERIFY(clock.elapsed() < 2000 * Slowdown);
+        QVERIFY(p.browser->infoView);
+        QCOMPARE(p.browser->infoView->playView->screenStatus, VodPlayView::Stopped);
+    }
+}
+
+void tst_Hostile::broadcastNotificationUnderANotice_data()
+{
+    QTest::addColumn<bool>("serverLost");
+    QTest::addColumn<QString>("during");
+    QTest::newRow("end, server lost") << true << QString(EndOKPush);
+    QTest::newRow("start, set-up failed") << false << QString(StartPush);
+}
+
+// The broadcast view closes, and no watchdog is left to fire at it.
+void tst_Hostile::broadcastNotificationUnderANotice()
+{
+    QFETCH(bool, serverLost);
+    QFETCH(QString, during);
+    NoticeWatcher notices;
+    VideoPushView view(nullptr, Qt::WindowFlags());
+    if (serverLost)
+        deliver(push, QLatin1String(StartPush));
+    whileNextNoticeIsUp([during] { deliver(push, during); });
+    if (serverLost)
+        QMetaObject::invokeMethod(view.serverWatchdog, "timeout");
+    else
+        deliver(push, QLatin1String(SetupFailPush), messageData(qint32(3)));
+    flushEvents();
+    QCOMPARE(notices.seen.size(), 1);
+    QVERIFY(!view.isVisible());
+    QVERIFY(!view.serverWatchdog || !view.serverWatchdog->isActive());
 }
 
 void tst_Hostile::noticesDoNotNest_data()
@@ -240,6 +279,8 @@ void tst_Hostile::fifoInPlaceOfAFile()
     TestDisplay display;
     vod browser;
     browser.showMaximized();
+    // The announcement comes once the wait pop-up is up, as from another process.
+    QTRY_VERIFY(browser.waitWidget->isActiveWindow());
     QElapsedTimer clock;
     clock.start();
     QTest::ignoreMessage(QtDebugMsg, QRegularExpression("stat error"));
@@ -250,9 +291,12 @@ void tst_Hostile::fifoInPlaceOfAFile()
         QVERIFY(!PlayScreen::phoneScreenUp());
         settle();
     }
-    QTRY_VERIFY(browser.isActiveWindow());
-    QCOMPARE(typeKey(Qt::Key_Back), browser.listView);
     QVERIFY2(clock.elapsed() < 1000 * Slowdown, qPrintable(QString::number(clock.elapsed())));
+    // Nothing could be read: the wait pop-up stays up and takes the keys.
+    QTRY_VERIFY(browser.waitWidget->isActiveWindow());
+    QObject *receiver = typeKey(Qt::Key_Back);
+    QVERIFY(receiver && receiver->isWidgetType());
+    QCOMPARE(static_cast<QWidget *>(receiver)->window(), browser.waitWidget);
 }
 
 void tst_Hostile::catalogueCostsStayLinear_data()
@@ -370,7 +414,7 @@ void tst_Hostile::deadBroadcastCanBeLeft()
     QtopiaIpcTransport::clearTraffic();
     // The full-screen view's Back does nothing; the view's own keys stop.
     pressKey(view, key);
-    QCOMPARE(signaturesOn(QLatin1String(VodChannel::VideoManager)), QStringList{QLatin1String(StopUIPush)});
+    QCOMPARE(sentMessages(), (QStringList{"stopUIPush()", "QPE/VideoApplication showVodFullScreen()"}));
     QTRY_VERIFY(!guard);
 }
 

@@ -2,6 +2,7 @@
 
 #include <QApplication>
 #include <QEvent>
+#include <QTimer>
 
 NoticeWatcher::NoticeWatcher(int timeoutMsecs)
 {
@@ -26,4 +27,14 @@ bool NoticeWatcher::eventFilter(QObject *watched, QEvent *event)
         }
     }
     return QObject::eventFilter(watched, event);
+}
+
+void whileNextNoticeIsUp(std::function<void()> action)
+{
+    QTimer::singleShot(0, qApp, [action = std::move(action)] {
+        if (QApplication::activeModalWidget())
+            action();
+        else
+            whileNextNoticeIsUp(action);
+    });
 }

@@ -5,6 +5,8 @@
 
 #include "qnoticedialog.h"
 
+#include <functional>
+
 // Watches the real notice pop-ups of a test program: records each one when it
 // comes up. The notices run their own modal loop and go away by themselves
 // after QPE_NOTICE_TIMEOUT milliseconds (set by the watcher) or when a key
@@ -27,3 +29,6 @@ protected:
 private:
     int up = 0;
 };
+
+// Runs `action` from inside the next modal loop that comes up (a notice's).
+void whileNextNoticeIsUp(std::function<void()> action);

@@ -46,18 +46,16 @@ void TestEnvironment::remove(const QString &devicePath) const
     QFile::remove(path(devicePath));
 }
 
-NoticeRecorder::NoticeRecorder(std::function<void(const QNoticeDialog::Notice &)> hook)
+QStringList sentMessages()
 {
-    QNoticeDialog::setPresenter([this, hook](const QNoticeDialog::Notice &n) {
-        notices.append(n);
-        if (hook)
-            hook(n);
-    });
-}
-
-NoticeRecorder::~NoticeRecorder()
-{
-    QNoticeDialog::setPresenter({});
+    QStringList result;
+    for (const QtopiaIpcMessage &m : QtopiaIpcTransport::traffic()) {
+        QString entry = m.channel == QLatin1String("QPE/VideoManager") ? m.message : m.channel + QLatin1Char(' ') + m.message;
+        if (!m.data.isEmpty())
+            entry += QLatin1Char(' ') + QString::fromLatin1(m.data.toHex());
+        result.append(entry);
+    }
+    return result;
 }
 
 QList<QtopiaIpcMessage> sentOn(const QString &channel, const QString &message)
@@ -69,15 +67,6 @@ QList<QtopiaIpcMessage> sentOn(const QString &channel, const QString &message)
     return result;
 }
 
-QStringList signaturesOn(const QString &channel)
-{
-    QStringList result;
-    for (const QtopiaIpcMessage &m : QtopiaIpcTransport::traffic())
-        if (m.channel == channel)
-            result.append(m.message);
-    return result;
-}
-
 void deliver(const QString &channel, const QString &message, const QByteArray &data)
 {
     QtopiaChannel::deliver(channel, message, data);
@@ -86,13 +75,6 @@ void deliver(const QString &channel, const QString &message, const QByteArray &d
 void pressKey(QWidget *widget, int key, Qt::KeyboardModifiers modifiers)
 {
     QTest::sendKeyEvent(QTest::Click, widget, Qt::Key(key), QString(), modifiers);
-}
-
-bool keyAccepted(QWidget *widget, int key)
-{
-    QKeyEvent press(QEvent::KeyPress, key, Qt::NoModifier);
-    QApplication::sendEvent(widget, &press);
-    return press.isAccepted();
 }
 
 void flushEvents()

@@ -3,11 +3,10 @@
 #include <QByteArray>
 #include <QList>
 #include <QString>
+#include <QStringList>
 #include <QTemporaryDir>
+#include <Qt>
 
-#include <functional>
-
-#include "qnoticedialog.h"
 #include "qtopiaipctransport.h"
 
 class QWidget;
@@ -31,32 +30,20 @@ private:
     QTemporaryDir root;
 };
 
-// Records every notice instead of showing it; the call returns at once. An
-// optional hook runs while the "notice is up", to look at the state then.
-class NoticeRecorder
-{
-public:
-    explicit NoticeRecorder(std::function<void(const QNoticeDialog::Notice &)> hook = {});
-    ~NoticeRecorder();
-
-    QList<QNoticeDialog::Notice> notices;
-};
+// What the module sent since the traffic log was cleared, one entry per
+// message: "signature hexdata" for the video manager's channel, "channel
+// signature hexdata" for the others (the hex left out for an empty block).
+QStringList sentMessages();
 
 // The messages of the traffic log sent on a channel, optionally with one signature.
 QList<QtopiaIpcMessage> sentOn(const QString &channel, const QString &message = QString());
-// The signatures sent on a channel, in order.
-QStringList signaturesOn(const QString &channel);
 
 // Delivers a notification to this process's listeners at once, as the transport would.
 void deliver(const QString &channel, const QString &message, const QByteArray &data = QByteArray());
 
-// Sends a key press and release the way the device does. QTest::keyClick cannot
-// take the device's own key codes.
+// Sends a key press and release straight to a widget, the way the device
+// does. QTest::keyClick cannot take the device's own key codes.
 void pressKey(QWidget *widget, int key, Qt::KeyboardModifiers modifiers = Qt::NoModifier);
-
-// Sends one key press straight to a widget and tells whether it kept the event
-// (a key left ignored travels on to the platform).
-bool keyAccepted(QWidget *widget, int key);
 
 // Runs the posted events (the in-process transport delivers through them).
 void flushEvents();

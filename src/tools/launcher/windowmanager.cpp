@@ -7,6 +7,8 @@
 #include <QWindow>
 #include <QWidget>
 
+#include <utility>
+
 namespace {
 constexpr Qt::WindowStates WholeScreen = Qt::WindowMaximized | Qt::WindowFullScreen;
 constexpr char PlacementProperty[] = "devicePlacement";
@@ -116,6 +118,10 @@ void WindowManager::raise(QWidget *window)
     order.removeAll(QPointer<QWidget>(window));
     order.removeAll(QPointer<QWidget>());
     order.append(window);
+    for (QObject *child : window->children()) {
+        if (isManaged(child) && static_cast<QWidget *>(child)->isVisible())
+            raise(static_cast<QWidget *>(child));
+    }
 }
 
 void WindowManager::activateTopmost()
@@ -126,7 +132,8 @@ void WindowManager::activateTopmost()
     // system's focus stays with the window that went: both must be on screen.
     const QWidget *active = QApplication::activeWindow();
     const QWindow *focus = QGuiApplication::focusWindow();
-    if (active && active->isVisible() && focus && focus->isVisible())
+    const bool covered = std::exchange(activateCovered, false);
+    if (!covered && active && active->isVisible() && focus && focus->isVisible())
         return;
     const QList<QWidget *> windows = stack();
     if (!windows.isEmpty())
@@ -142,6 +149,10 @@ bool WindowManager::eventFilter(QObject *watched, QEvent *event)
             place(window);
             raise(window);
             emit stackChanged();
+            if (stack().constLast() != window) {
+                activateCovered = true;
+                scheduleActivation();
+            }
         }
         break;
     case QEvent::WindowStateChange:

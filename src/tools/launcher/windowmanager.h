@@ -57,6 +57,8 @@ protected:
 private:
     bool isManaged(const QObject *object) const;
     void place(QWidget *window);
+    // Puts the window on top, and over it the windows it owns that are shown
+    // (a pop-up shown before its parent stays above it).
     void raise(QWidget *window);
     void scheduleActivation();
     void activateTopmost();
@@ -65,4 +67,6 @@ private:
     QPointer<QWidget> excluded;
     QList<QPointer<QWidget>> order;
     bool activationPending = false;
+    // A window shown under a window it owns: the keyboard goes to the topmost.
+    bool activateCovered = false;
 };

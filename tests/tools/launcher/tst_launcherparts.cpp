@@ -1,95 +1,91 @@
-#include "devicekeys.h"
+// The launcher's pieces: what it checks before loading a plugin, how it turns
+// the keyboard into device keys, and how it plays the phone's display and
+// window manager.
 #include "displaychoice.h"
-#include "entry/applicationimpl.h"
 #include "entry/frameexports.h"
 #include "framehooks.h"
-#include "keynamereader.h"
+#include "keymap.h"
+#include "keytranslator.h"
 #include "launcherscreen.h"
 #include "mainwindowwatcher.h"
 #include "pluginlocator.h"
 #include "pluginverification.h"
-#include "push/videopushfullview.h"
-#include "push/videopushview.h"
 #include "screencompositor.h"
-#include "windowmanager.h"
 #include "testenvironment.h"
-#include "testpicture.h"
 #include "trafficprinter.h"
 #include "videofeed.h"
+#include "windowmanager.h"
 
-#include "messaging/messagedata.h"
 #include "messaging/vodmessages.h"
 
 #include <QApplication>
 #include <QCloseEvent>
 #include <QDialog>
 #include <QDir>
-#include <QFile>
+#include <QKeyEvent>
 #include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QtTest>
 
-#include <QPainter>
-
-#include <cstdio>
 #include <memory>
-#include <unistd.h>
 
 namespace {
-// The frame's view of the module, through the functions the plugin exports.
-FrameHooks moduleHooks()
+
+class KeyRecorder : public QWidget
 {
-    return FrameHooks(&videophone_soft_keys, &videophone_listen);
+public:
+    QList<QPair<int, Qt::KeyboardModifiers>> keys;
+
+protected:
+    void keyPressEvent(QKeyEvent *e) override { keys.append({e->key(), e->modifiers()}); }
+    void keyReleaseEvent(QKeyEvent *e) override { keys.append({e->key(), e->modifiers()}); }
+};
+
+class StubbornWidget : public QWidget
+{
+protected:
+    void closeEvent(QCloseEvent *e) override { e->ignore(); }
+};
+
+std::unique_ptr<QDialog> colouredWindow(QRgb colour, const QSize &size)
+{
+    auto window = std::make_unique<QDialog>();
+    QPalette palette = window->palette();
+    palette.setColor(QPalette::Window, QColor::fromRgb(colour));
+    window->setPalette(palette);
+    window->resize(size);
+    return window;
 }
 
-// The test picture alone, as the frame paints it under the windows.
-QImage referencePicture(const QRect &rect, double seconds)
-{
-    QImage image(ScreenCompositor::Width, ScreenCompositor::Height, QImage::Format_ARGB32_Premultiplied);
-    image.fill(Qt::black);
-    QPainter painter(&image);
-    TestPicture::paint(&painter, rect, seconds);
-    return image;
-}
-}
+} // namespace
 
-// The launcher's pieces that work without a plugin.
 class tst_LauncherParts : public QObject
 {
     Q_OBJECT
 
+    std::unique_ptr<TestEnvironment> env;
+
 private slots:
     void initTestCase() { env = std::make_unique<TestEnvironment>(); }
-    void cleanup();
+    void cleanup() { QCOMPARE(deleteLeakedTopLevels(), 0); }
 
     void verification_data();
     void verification();
     void offscreenFallback_data();
     void offscreenFallback();
     void locator();
-    void traceLine_data();
     void traceLine();
-    void traceFlushPrintsOnlyNewMessages();
-    void readerSplitsLines();
-    void watcherReportsClose();
-    void watcherIgnoresHideAndRefusedClose();
-    void watcherReportsDeletion();
-    void screenTakesMaximizedWindows_data();
-    void screenTakesMaximizedWindows();
+    void keys_data();
+    void keys();
+    void watcher_data();
+    void watcher();
+    void placement_data();
+    void placement();
+    void stackingAndPopUps();
+    void ownedPopUpShownFirstStaysOnTop();
     void videoFeedFollowsTheWire_data();
     void videoFeedFollowsTheWire();
-    void frameShowsPushPlayer_data();
-    void frameShowsPushPlayer();
-    void frameCentresPopUpsOverWindows();
-
-private:
-    std::unique_ptr<TestEnvironment> env;
 };
-
-void tst_LauncherParts::cleanup()
-{
-    QTRY_VERIFY(QApplication::topLevelWidgets().isEmpty());
-}
 
 void tst_LauncherParts::verification_data()
 {
@@ -97,23 +93,16 @@ void tst_LauncherParts::verification_data()
     QTest::addColumn<QString>("problem");
 
     const QByteArray pattern("pattern=QT_PLUGIN_VERIFICATION_DATA\n");
-    const QByteArray fits("version=4.2.3\ndebug=false\nbuildkey=i686 Linux no-stl QT_NO_PLUGIN_CHECK");
-    QTest::newRow("this module") << pattern + fits << QString();
-    QTest::newRow("trailing line end") << pattern + fits + "\n" << QString();
-    QTest::newRow("other order")
-        << pattern + "buildkey=i686 Linux no-stl QT_NO_PLUGIN_CHECK\ndebug=false\nversion=4.2.3" << QString();
-    QTest::newRow("other version") << pattern + "version=4.3.0\ndebug=false\nbuildkey=i686 Linux no-stl QT_NO_PLUGIN_CHECK"
-                                   << QStringLiteral("version is \"4.3.0\", expected \"4.2.3\"");
-    QTest::newRow("debug build") << pattern + "version=4.2.3\ndebug=true\nbuildkey=i686 Linux no-stl QT_NO_PLUGIN_CHECK"
-                                 << QStringLiteral("debug is \"true\", expected \"false\"");
-    QTest::newRow("other build key") << pattern + "version=4.2.3\ndebug=false\nbuildkey=arm Linux g++-4 full-config"
-                                     << QStringLiteral(
-                                            "buildkey is \"arm Linux g++-4 full-config\", expected \"i686 Linux no-stl "
-                                            "QT_NO_PLUGIN_CHECK\"");
+    const QByteArray key("buildkey=i686 Linux no-stl QT_NO_PLUGIN_CHECK");
+    QTest::newRow("fits") << pattern + "version=4.2.3\ndebug=false\n" + key + "\n" << QString();
+    QTest::newRow("other order") << pattern + key + "\ndebug=false\nversion=4.2.3" << QString();
+    QTest::newRow("other version") << pattern + "version=4.3.0\ndebug=false\n" + key
+                                   << "version is \"4.3.0\", expected \"4.2.3\"";
+    QTest::newRow("debug build") << pattern + "version=4.2.3\ndebug=true\n" + key
+                                 << "debug is \"true\", expected \"false\"";
     QTest::newRow("no build key") << pattern + "version=4.2.3\ndebug=false"
-                                  << QStringLiteral("the verification data has no buildkey");
-    QTest::newRow("no pattern") << fits << QStringLiteral("the verification data has no pattern line");
-    QTest::newRow("empty") << QByteArray("") << QStringLiteral("the verification data has no pattern line");
+                                  << "the verification data has no buildkey";
+    QTest::newRow("no pattern") << QByteArray("version=4.2.3") << "the verification data has no pattern line";
 }
 
 void tst_LauncherParts::verification()
@@ -125,254 +114,217 @@ void tst_LauncherParts::verification()
 
 void tst_LauncherParts::offscreenFallback_data()
 {
-    QTest::addColumn<QStringList>("variables");
+    QTest::addColumn<QString>("variable");
     QTest::addColumn<QStringList>("arguments");
     QTest::addColumn<bool>("offscreen");
 
-    const QStringList program{QStringLiteral("qpe-launcher")};
-    QTest::newRow("nothing") << QStringList() << program << true;
-    QTest::newRow("empty DISPLAY") << QStringList{QStringLiteral("DISPLAY=")} << program << true;
-    QTest::newRow("X11") << QStringList{QStringLiteral("DISPLAY=:0")} << program << false;
-    QTest::newRow("Wayland") << QStringList{QStringLiteral("WAYLAND_DISPLAY=wayland-0")} << program << false;
-    QTest::newRow("platform chosen") << QStringList{QStringLiteral("QT_QPA_PLATFORM=vnc")} << program << false;
-    QTest::newRow("-platform") << QStringList() << (program + QStringList{"-platform", "vnc"}) << false;
-    QTest::newRow("--platform") << QStringList() << (program + QStringList{"--platform", "vnc"}) << false;
+    QTest::newRow("nothing") << QString() << QStringList() << true;
+    QTest::newRow("empty DISPLAY") << "DISPLAY=" << QStringList() << true;
+    QTest::newRow("X11") << "DISPLAY=:0" << QStringList() << false;
+    QTest::newRow("Wayland") << "WAYLAND_DISPLAY=wayland-0" << QStringList() << false;
+    QTest::newRow("platform chosen") << "QT_QPA_PLATFORM=vnc" << QStringList() << false;
+    QTest::newRow("--platform") << QString() << QStringList{"--platform", "vnc"} << false;
 }
 
 void tst_LauncherParts::offscreenFallback()
 {
-    QFETCH(QStringList, variables);
+    QFETCH(QString, variable);
     QFETCH(QStringList, arguments);
     QFETCH(bool, offscreen);
-
     QProcessEnvironment environment;
-    for (const QString &variable : variables)
+    if (!variable.isEmpty())
         environment.insert(variable.section(QLatin1Char('='), 0, 0), variable.section(QLatin1Char('='), 1));
-    QCOMPARE(needsOffscreenPlatform(environment, arguments), offscreen);
+    QCOMPARE(needsOffscreenPlatform(environment, QStringList{"qpe-launcher"} + arguments), offscreen);
 }
 
+// The installed plugin before the built one, a directory of the name never.
 void tst_LauncherParts::locator()
 {
     QTemporaryDir root;
-    QVERIFY(root.isValid());
-    QDir(root.path()).mkpath(QStringLiteral("bin"));
-    QDir(root.path()).mkpath(QStringLiteral("lib/videophone/plugins"));
-    QDir(root.path()).mkpath(QStringLiteral("build/entry"));
     const QString bin = root.filePath(QStringLiteral("bin"));
-    const QStringList dirs{QStringLiteral("../lib/videophone/plugins"), QStringLiteral("../build/entry"),
-                           QStringLiteral("../lib/videophone/plugins/")};
-    // Duplicates go; the order stays.
+    const QStringList dirs{"../lib/plugins", "../build", "../lib/plugins/"};
     const QStringList candidates = PluginLocator::candidates(bin, dirs, QStringLiteral("libvod.so"));
-    QCOMPARE(candidates, (QStringList{root.filePath(QStringLiteral("lib/videophone/plugins/libvod.so")),
-                                      root.filePath(QStringLiteral("build/entry/libvod.so"))}));
-
-    // Nothing there: the first candidate, for the message.
+    QCOMPARE(candidates, (QStringList{root.filePath("lib/plugins/libvod.so"), root.filePath("build/libvod.so")}));
     QCOMPARE(PluginLocator::locate(bin, dirs, QStringLiteral("libvod.so")), candidates.at(0));
 
-    // Only the build tree has it.
+    QVERIFY(QDir().mkpath(candidates.at(0)));
+    QVERIFY(QDir().mkpath(root.filePath(QStringLiteral("build"))));
     QFile built(candidates.at(1));
     QVERIFY(built.open(QIODevice::WriteOnly));
     built.close();
     QCOMPARE(PluginLocator::locate(bin, dirs, QStringLiteral("libvod.so")), candidates.at(1));
-
-    // The installed one comes first.
-    QFile installed(candidates.at(0));
-    QVERIFY(installed.open(QIODevice::WriteOnly));
-    installed.close();
-    QCOMPARE(PluginLocator::locate(bin, dirs, QStringLiteral("libvod.so")), candidates.at(0));
-
-    // A directory of that name is no library.
-    QVERIFY(QFile::remove(candidates.at(0)));
-    QVERIFY(QDir().mkpath(candidates.at(0)));
-    QCOMPARE(PluginLocator::locate(bin, dirs, QStringLiteral("libvod.so")), candidates.at(1));
-
     QCOMPARE(PluginLocator::locate(bin, QStringList(), QStringLiteral("libvod.so")), QString());
-}
-
-void tst_LauncherParts::traceLine_data()
-{
-    QTest::addColumn<QString>("channel");
-    QTest::addColumn<QString>("message");
-    QTest::addColumn<QByteArray>("data");
-    QTest::addColumn<QByteArray>("line");
-
-    QTest::newRow("no arguments") << "QPE/VideoManager" << "pushAppExecuted()" << QByteArray()
-                                  << QByteArray("QPE/VideoManager pushAppExecuted()");
-    QTest::newRow("int") << "QPE/CallManager" << "setVolume_vod(int)" << QByteArray("\x00\x00\x00\x01", 4)
-                         << QByteArray("QPE/CallManager setVolume_vod(int) 00000001");
-    QTest::newRow("bytes") << "QPE/VideoManager" << "playPush(QString)" << QByteArray("\xff\x10 a", 4)
-                           << QByteArray("QPE/VideoManager playPush(QString) ff102061");
 }
 
 void tst_LauncherParts::traceLine()
 {
-    QFETCH(QString, channel);
-    QFETCH(QString, message);
-    QFETCH(QByteArray, data);
-    QFETCH(QByteArray, line);
-    QCOMPARE(TrafficPrinter::line(QtopiaIpcMessage{channel, message, data}), line);
+    QCOMPARE(TrafficPrinter::line({"QPE/CallManager", "setVolume_vod(int)", QByteArray("\x00\x00\x00\x01", 4)}),
+             QByteArray("QPE/CallManager setVolume_vod(int) 00000001"));
+    QCOMPARE(TrafficPrinter::line({"QPE/VideoManager", "pushAppExecuted()", QByteArray()}),
+             QByteArray("QPE/VideoManager pushAppExecuted()"));
 }
 
-namespace {
-QByteArray contents(FILE *file)
+void tst_LauncherParts::keys_data()
 {
-    std::fflush(file);
-    std::rewind(file);
-    QByteArray bytes;
-    char buffer[256];
-    size_t n;
-    while ((n = std::fread(buffer, 1, sizeof buffer, file)) > 0)
-        bytes.append(buffer, qsizetype(n));
-    return bytes;
-}
+    QTest::addColumn<int>("keyboardKey");
+    QTest::addColumn<QString>("name");
+    QTest::addColumn<int>("deviceKey");
+    QTest::addColumn<bool>("keypad");
+
+    QTest::newRow("Return") << int(Qt::Key_Return) << "Select" << int(Qt::Key_Select) << true;
+    QTest::newRow("Enter") << int(Qt::Key_Enter) << "select" << int(Qt::Key_Select) << true;
+    QTest::newRow("Escape") << int(Qt::Key_Escape) << "Back" << int(Qt::Key_Back) << false;
+    QTest::newRow("Backspace") << int(Qt::Key_Backspace) << "Back" << int(Qt::Key_Back) << false;
+    QTest::newRow("F1") << int(Qt::Key_F1) << "Context1" << int(Qt::Key_Context1) << false;
+    QTest::newRow("F2") << int(Qt::Key_F2) << "Context2" << int(Qt::Key_Context2) << false;
+    QTest::newRow("End") << int(Qt::Key_End) << "Hangup" << int(Qt::Key_Hangup) << false;
+    QTest::newRow("+") << int(Qt::Key_Plus) << "VolumeUp" << int(Qt::Key_VolumeUp) << false;
+    QTest::newRow("-") << int(Qt::Key_Minus) << "VolumeDown" << int(Qt::Key_VolumeDown) << false;
+    QTest::newRow("0") << int(Qt::Key_0) << "Video0" << 0x01200010 << false;
+    QTest::newRow("1") << int(Qt::Key_1) << "Video1" << 0x01200011 << false;
+    QTest::newRow("4") << int(Qt::Key_4) << "Video4" << 0x01200014 << false;
+    QTest::newRow("H") << int(Qt::Key_H) << "Headset" << 0x01200008 << false;
+    // Keys the device does not have pass as they are; names it does not know are none.
+    QTest::newRow("Right") << int(Qt::Key_Right) << "Video5" << 0 << false;
+    QTest::newRow("5") << int(Qt::Key_5) << "Return" << 0 << false;
+    QTest::newRow("Select itself") << int(Qt::Key_Select) << "" << 0 << false;
 }
 
-void tst_LauncherParts::traceFlushPrintsOnlyNewMessages()
+// A keyboard key becomes the device's key on its way to the focused window;
+// a key name read from standard input names the same.
+void tst_LauncherParts::keys()
 {
-    FILE *out = std::tmpfile();
-    QVERIFY(out);
-    QList<QtopiaIpcMessage> log{{QStringLiteral("A"), QStringLiteral("one()"), QByteArray()}};
-    TrafficPrinter printer(&log, out);
+    QFETCH(int, keyboardKey);
+    QFETCH(QString, name);
+    QFETCH(int, deviceKey);
+    QFETCH(bool, keypad);
+    const Qt::KeyboardModifiers modifiers = keypad ? Qt::KeypadModifier : Qt::NoModifier;
 
-    printer.flush();
-    printer.flush();
-    QCOMPARE(contents(out), QByteArray("A one()\n"));
+    const KeyStroke named = KeyMap::fromName(name);
+    QCOMPARE(named.key, deviceKey);
+    QCOMPARE(named.modifiers, deviceKey ? modifiers : Qt::NoModifier);
+    if (deviceKey && name != QLatin1String("select"))
+        QVERIFY(KeyMap::keyboardHelp().join('\n').contains(name));
 
-    std::fseek(out, 0, SEEK_END);
-    log.append({QStringLiteral("B"), QStringLiteral("two(int)"), QByteArray("\x00\x00\x00\x02", 4)});
-    log.append({QStringLiteral("C"), QStringLiteral("three()"), QByteArray()});
-    printer.flush();
-    QCOMPARE(contents(out), QByteArray("A one()\nB two(int) 00000002\nC three()\n"));
+    KeyTranslator translator;
+    qApp->installEventFilter(&translator);
+    KeyRecorder recorder;
+    recorder.show();
+    QVERIFY(QTest::qWaitForWindowActive(&recorder));
+    QTest::keyClick(&recorder, Qt::Key(keyboardKey));
+    const QPair<int, Qt::KeyboardModifiers> expected{deviceKey ? deviceKey : keyboardKey, modifiers};
+    QCOMPARE(recorder.keys, (QList<QPair<int, Qt::KeyboardModifiers>>{expected, expected}));
 
-    // A cleared log is printed again from its start.
-    std::fseek(out, 0, SEEK_END);
-    log.clear();
-    log.append({QStringLiteral("D"), QStringLiteral("four()"), QByteArray()});
-    printer.flush();
-    QCOMPARE(contents(out), QByteArray("A one()\nB two(int) 00000002\nC three()\nD four()\n"));
-    std::fclose(out);
+    // Keys the program sends itself are not the keyboard's.
+    recorder.keys.clear();
+    QKeyEvent own(QEvent::KeyPress, keyboardKey, Qt::NoModifier);
+    QApplication::sendEvent(&recorder, &own);
+    QCOMPARE(recorder.keys.value(0).first, keyboardKey);
 }
 
-void tst_LauncherParts::readerSplitsLines()
+void tst_LauncherParts::watcher_data()
 {
-    int fds[2];
-    QCOMPARE(::pipe(fds), 0);
-    KeyNameReader reader(fds[0]);
-    QSignalSpy lines(&reader, &KeyNameReader::lineRead);
-    QSignalSpy finished(&reader, &KeyNameReader::finished);
-
-    // A line may come in pieces; blank lines, comments and line-end blanks go.
-    const QByteArray first("Select\n  Vol");
-    QCOMPARE(::write(fds[1], first.constData(), size_t(first.size())), ssize_t(first.size()));
-    QTRY_COMPARE(lines.size(), 1);
-    const QByteArray second("umeUp \r\n\n# comment\nBack");
-    QCOMPARE(::write(fds[1], second.constData(), size_t(second.size())), ssize_t(second.size()));
-    QTRY_COMPARE(lines.size(), 2);
-    QCOMPARE(finished.size(), 0);
-
-    // The last line needs no line end.
-    ::close(fds[1]);
-    QTRY_COMPARE(finished.size(), 1);
-    QCOMPARE(lines.size(), 3);
-    QCOMPARE(lines.at(0).at(0).toString(), QStringLiteral("Select"));
-    QCOMPARE(lines.at(1).at(0).toString(), QStringLiteral("VolumeUp"));
-    QCOMPARE(lines.at(2).at(0).toString(), QStringLiteral("Back"));
-    ::close(fds[0]);
-}
-
-void tst_LauncherParts::watcherReportsClose()
-{
-    QWidget window;
-    window.show();
-    MainWindowWatcher watcher(&window);
-    QSignalSpy gone(&watcher, &MainWindowWatcher::gone);
-
-    window.close();
-    QTRY_COMPARE(gone.size(), 1);
-    // Once only.
-    window.show();
-    window.close();
-    QTest::qWait(10);
-    QCOMPARE(gone.size(), 1);
-}
-
-namespace {
-class StubbornWidget : public QWidget
-{
-protected:
-    void closeEvent(QCloseEvent *e) override { e->ignore(); }
-};
-}
-
-void tst_LauncherParts::watcherIgnoresHideAndRefusedClose()
-{
-    StubbornWidget window;
-    window.show();
-    MainWindowWatcher watcher(&window);
-    QSignalSpy gone(&watcher, &MainWindowWatcher::gone);
-
-    window.close();
-    QVERIFY(window.isVisible());
+    QTest::addColumn<QString>("end");
+    QTest::addColumn<bool>("gone");
+    QTest::newRow("closed") << "close" << true;
+    QTest::newRow("deleted") << "delete" << true;
     // A player hides its window while its full-screen view is up.
-    QWidget other;
-    MainWindowWatcher otherWatcher(&other);
-    QSignalSpy otherGone(&otherWatcher, &MainWindowWatcher::gone);
-    other.show();
-    other.hide();
-    QTest::qWait(20);
-    QCOMPARE(gone.size(), 0);
-    QCOMPARE(otherGone.size(), 0);
+    QTest::newRow("hidden") << "hide" << false;
+    QTest::newRow("close refused") << "refuse" << false;
 }
 
-void tst_LauncherParts::watcherReportsDeletion()
+void tst_LauncherParts::watcher()
 {
-    auto *window = new QWidget;
+    QFETCH(QString, end);
+    QFETCH(bool, gone);
+    QWidget *window = end == QLatin1String("refuse") ? new StubbornWidget : new QWidget;
+    window->show();
     MainWindowWatcher watcher(window);
-    QSignalSpy gone(&watcher, &MainWindowWatcher::gone);
+    QSignalSpy spy(&watcher, &MainWindowWatcher::gone);
+    if (end == QLatin1String("delete")) {
+        delete window;
+        window = nullptr;
+    } else if (end == QLatin1String("hide")) {
+        window->hide();
+    } else {
+        window->close();
+        // Reported once.
+        window->show();
+        window->close();
+    }
+    QApplication::processEvents();
+    QCOMPARE(spy.size(), gone ? 1 : 0);
     delete window;
-    QCOMPARE(gone.size(), 1);
 }
 
-void tst_LauncherParts::screenTakesMaximizedWindows_data()
+void tst_LauncherParts::placement_data()
 {
     QTest::addColumn<int>("how");
-    QTest::addColumn<bool>("placed");
-    QTest::newRow("maximized") << 0 << true;
-    QTest::newRow("full screen") << 1 << true;
-    QTest::newRow("normal") << 2 << false;
+    QTest::addColumn<QRect>("rect");
+    QTest::newRow("maximized") << int(Qt::WindowMaximized) << WindowManager::WorkArea;
+    QTest::newRow("full screen") << int(Qt::WindowFullScreen) << QRect(0, 0, 480, 272);
+    QTest::newRow("normal: centred") << int(Qt::WindowNoState) << QRect(140, 86, 200, 100);
 }
 
-void tst_LauncherParts::screenTakesMaximizedWindows()
+void tst_LauncherParts::placement()
 {
     QFETCH(int, how);
-    QFETCH(bool, placed);
-
+    QFETCH(QRect, rect);
     LauncherScreen screen;
     screen.move(40, 30);
     screen.show();
-    QVERIFY(QTest::qWaitForWindowExposed(&screen));
     QCOMPARE(screen.size(), QSize(480, 272));
+    auto window = colouredWindow(0xff0000ff, QSize(200, 100));
+    window->setWindowState(Qt::WindowState(how));
+    window->show();
+    QVERIFY(QTest::qWaitForWindowExposed(window.get()));
+    QCOMPARE(screen.windowManager()->displayRect(window.get()), rect);
+    QVERIFY(!(window->windowState() & (Qt::WindowMaximized | Qt::WindowFullScreen)));
+}
 
-    QDialog window;
-    window.resize(200, 100);
-    switch (how) {
-    case 0:
-        window.showMaximized();
-        break;
-    case 1:
-        window.showFullScreen();
-        break;
-    default:
-        window.show();
-    }
-    QVERIFY(QTest::qWaitForWindowExposed(&window));
-    if (placed) {
-        QCOMPARE(screen.windowManager()->displayRect(&window),
-                 how == 0 ? WindowManager::WorkArea : QRect(0, 0, 480, 272));
-        QVERIFY(!(window.windowState() & (Qt::WindowMaximized | Qt::WindowFullScreen)));
-    } else {
-        QCOMPARE(window.size(), QSize(200, 100));
-    }
+// The window shown last is on top; the bars are the frame's where no window covers them.
+void tst_LauncherParts::stackingAndPopUps()
+{
+    LauncherScreen screen;
+    screen.show();
+    const auto window = colouredWindow(0xff0000ff, QSize(100, 100));
+    const auto popUp = colouredWindow(0xffff0000, QSize(200, 100));
+    window->showMaximized();
+    popUp->show();
+    QTRY_VERIFY(!ScreenCompositor::paintedImage(popUp.get()).isNull());
+    QTRY_VERIFY(!ScreenCompositor::paintedImage(window.get()).isNull());
+
+    QImage shot = screen.screenImage();
+    QCOMPARE(shot.pixel(140, 86), 0xffff0000u);
+    QCOMPARE(shot.pixel(339, 185), 0xffff0000u);
+    QCOMPARE(shot.pixel(139, 86), 0xff0000ffu);
+    QCOMPARE(shot.pixel(0, 31), 0xff0000ffu);
+    QCOMPARE(shot.pixel(0, 240), 0xff0000ffu);
+    QCOMPARE(shot.pixel(0, 30), ScreenCompositor::TitleBarColour);
+    QCOMPARE(shot.pixel(0, 241), ScreenCompositor::SoftKeyBarColour);
+
+    window->hide();
+    window->showMaximized();
+    flushEvents();
+    QCOMPARE(screen.screenImage().pixel(140, 86), 0xff0000ffu);
+}
+
+// A window's pop-up shown before the window itself (a wait pop-up opened by a
+// constructor) stays above it and keeps the keyboard.
+void tst_LauncherParts::ownedPopUpShownFirstStaysOnTop()
+{
+    LauncherScreen screen;
+    screen.show();
+    const auto owner = colouredWindow(0xff0000ff, QSize(100, 100));
+    auto *popUp = new QDialog(owner.get());
+    popUp->resize(200, 100);
+    popUp->show();
+    QTRY_VERIFY(popUp->isActiveWindow());
+    owner->showMaximized();
+    QCOMPARE(screen.windowManager()->stack(), (QList<QWidget *>{owner.get(), popUp}));
+    QTRY_VERIFY(popUp->isActiveWindow());
+    popUp->hide();
+    QTRY_VERIFY(owner->isActiveWindow());
 }
 
 void tst_LauncherParts::videoFeedFollowsTheWire_data()
@@ -384,14 +336,15 @@ void tst_LauncherParts::videoFeedFollowsTheWire_data()
     QTest::addColumn<double>("seconds");
 
     const QRect small = VideoFeed::SmallWindow;
-    QTest::newRow("wide window") << VodChannel::VideoManager << VodMessage::ChangeVodWindow
+    const QString manager = VodChannel::VideoManager;
+    QTest::newRow("wide window") << manager << VodMessage::ChangeVodWindow
                                  << QByteArray::fromHex("0000000000000000000001e00000010f") << QRect(0, 0, 480, 271)
                                  << 0.0;
-    QTest::newRow("short window block") << VodChannel::VideoManager << VodMessage::ChangeVodWindow
-                                        << QByteArray::fromHex("000000000000000000000100") << small << 0.0;
-    QTest::newRow("far edge beyond int") << VodChannel::VideoManager << VodMessage::ChangeVodWindow
+    QTest::newRow("short block") << manager << VodMessage::ChangeVodWindow
+                                 << QByteArray::fromHex("000000000000000000000100") << small << 0.0;
+    QTest::newRow("far edge beyond int") << manager << VodMessage::ChangeVodWindow
                                          << QByteArray::fromHex("7fffff000000000000001000000000ff") << small << 0.0;
-    QTest::newRow("empty window") << VodChannel::VideoManager << VodMessage::ChangeVodWindow
+    QTest::newRow("empty window") << manager << VodMessage::ChangeVodWindow
                                   << QByteArray::fromHex("0000000000000000000000000000010f") << small << 0.0;
     QTest::newRow("push time") << VodChannel::PushApplication << VodMessage::CurrentTime
                                << QByteArray::fromHex("41480000") << small << 12.5;
@@ -399,10 +352,11 @@ void tst_LauncherParts::videoFeedFollowsTheWire_data()
                               << QByteArray::fromHex("43200000") << small << 160.0;
     QTest::newRow("short time block") << VodChannel::VideoApplication << VodMessage::CurrentTime
                                       << QByteArray::fromHex("414800") << small << 0.0;
-    QTest::newRow("time on another channel")
-        << VodChannel::CallManager << VodMessage::CurrentTime << QByteArray::fromHex("41480000") << small << 0.0;
+    QTest::newRow("time elsewhere") << VodChannel::CallManager << VodMessage::CurrentTime
+                                    << QByteArray::fromHex("41480000") << small << 0.0;
 }
 
+// What the frame paints as the video follows what the module asked for.
 void tst_LauncherParts::videoFeedFollowsTheWire()
 {
     QFETCH(QString, channel);
@@ -411,113 +365,10 @@ void tst_LauncherParts::videoFeedFollowsTheWire()
     QFETCH(QRect, window);
     QFETCH(double, seconds);
 
-    VideoFeed feed(moduleHooks());
+    VideoFeed feed(FrameHooks(&videophone_soft_keys, &videophone_listen));
     deliver(channel, message, data);
     QCOMPARE(feed.window(), window);
     QCOMPARE(feed.seconds(), seconds);
-}
-
-void tst_LauncherParts::frameShowsPushPlayer_data()
-{
-    QTest::addColumn<bool>("full");
-    QTest::addColumn<QRect>("video");
-    QTest::newRow("small player") << false << QRect(8, 39, 256, 194);
-    // The 4:3 full-screen view: the picture's window, over the whole height.
-    QTest::newRow("full screen") << true << QRect(0, 0, 363, 272);
-}
-
-void tst_LauncherParts::frameShowsPushPlayer()
-{
-    QFETCH(bool, full);
-    QFETCH(QRect, video);
-
-    LauncherScreen screen;
-    screen.setFrameHooks(moduleHooks());
-    screen.show();
-    ApplicationImpl factory;
-    std::unique_ptr<VideoPushView> push(
-        qobject_cast<VideoPushView *>(factory.createMainWindow(QStringLiteral("videoPush"), &screen, {})));
-    QVERIFY(push);
-    deliver(VodChannel::PushApplication, VodMessage::StartPush);
-    QTRY_VERIFY(push->screenStatus == VodPlayView::Playing && push->playScreenReady);
-    if (full) {
-        pressKey(push.get(), Key_Video4);
-        QVERIFY(push->fullScreenView);
-        QTRY_VERIFY(push->fullScreenView->isVisible() && push->fullScreenView->playScreenReady);
-    }
-    // The window that the module asked the video manager for, through the plugin's transport.
-    QTRY_COMPARE(screen.compositor()->videoFeed()->window(), video);
-    deliver(VodChannel::PushApplication, VodMessage::CurrentTime, messageData(42.0f));
-
-    const QImage shot = screen.screenImage();
-    QCOMPARE(shot.size(), QSize(480, 272));
-    const QImage reference = referencePicture(video, 42.0);
-    QVERIFY(reference != referencePicture(video, 41.0));
-
-    // Inside the video window the picture shows through; just outside it, the window's own drawing.
-    const QList<QPoint> inside{video.topLeft(), video.topRight(), video.bottomLeft(), video.bottomRight(),
-                               video.center()};
-    for (const QPoint &p : inside)
-        QVERIFY2(shot.pixel(p) == reference.pixel(p), qPrintable(QStringLiteral("at %1,%2").arg(p.x()).arg(p.y())));
-    const QPoint right = video.topRight() + QPoint(1, 0);
-    QVERIFY(shot.pixel(right) != reference.pixel(right));
-    if (!full) {
-        for (const QPoint &p : {video.topLeft() - QPoint(1, 0), video.topLeft() - QPoint(0, 1),
-                                video.bottomLeft() + QPoint(0, 1)})
-            QVERIFY2(shot.pixel(p) != reference.pixel(p), qPrintable(QStringLiteral("at %1,%2").arg(p.x()).arg(p.y())));
-    }
-
-    // The title bar fills rows 0 to 30 and the soft-key bar rows 241 to 271,
-    // unless the full-screen view covers the display.
-    for (int x : {0, 240, 479}) {
-        for (int y : {0, 30})
-            QCOMPARE(shot.pixel(x, y) == ScreenCompositor::TitleBarColour, !full);
-        for (int y : {241, 271})
-            QCOMPARE(shot.pixel(x, y) == ScreenCompositor::SoftKeyBarColour, !full);
-        QVERIFY(shot.pixel(x, 31) != ScreenCompositor::TitleBarColour);
-        QVERIFY(shot.pixel(x, 240) != ScreenCompositor::SoftKeyBarColour);
-    }
-    // The push view's Back label: its image, drawn in the soft-key bar's right cell.
-    bool drawn = full;
-    for (int x = 360; x < 480 && !drawn; ++x)
-        drawn = shot.pixel(x, 256) != ScreenCompositor::SoftKeyBarColour;
-    QVERIFY(drawn);
-}
-
-void tst_LauncherParts::frameCentresPopUpsOverWindows()
-{
-    LauncherScreen screen;
-    screen.show();
-    const auto coloured = [](QRgb colour, const QSize &size) {
-        auto *w = new QDialog;
-        QPalette p = w->palette();
-        p.setColor(QPalette::Window, QColor::fromRgb(colour));
-        w->setPalette(p);
-        w->resize(size);
-        return std::unique_ptr<QDialog>(w);
-    };
-    const auto window = coloured(0xff0000ff, QSize(100, 100));
-    const auto popUp = coloured(0xffff0000, QSize(200, 100));
-    window->showMaximized();
-    popUp->show();
-    QTRY_VERIFY(!ScreenCompositor::paintedImage(popUp.get()).isNull());
-    QTRY_VERIFY(!ScreenCompositor::paintedImage(window.get()).isNull());
-
-    QImage shot = screen.screenImage();
-    QCOMPARE(shot.pixel(140, 86), 0xffff0000u);
-    QCOMPARE(shot.pixel(339, 185), 0xffff0000u);
-    QCOMPARE(shot.pixel(139, 86), 0xff0000ffu);
-    QCOMPARE(shot.pixel(140, 186), 0xff0000ffu);
-    QCOMPARE(shot.pixel(0, 31), 0xff0000ffu);
-    QCOMPARE(shot.pixel(0, 240), 0xff0000ffu);
-    QCOMPARE(shot.pixel(0, 30), ScreenCompositor::TitleBarColour);
-
-    // Shown again, the maximized window comes over the pop-up.
-    window->hide();
-    window->showMaximized();
-    flushEvents();
-    shot = screen.screenImage();
-    QCOMPARE(shot.pixel(140, 86), 0xff0000ffu);
 }
 
 QTEST_MAIN(tst_LauncherParts)

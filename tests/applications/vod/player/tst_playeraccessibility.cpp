@@ -1,14 +1,11 @@
 #include "player/playeraccessibility.h"
-#include "push/videopushfullview.h"
-#include "push/videopushview.h"
 #include "vodplayer/vodplayfullscreenview.h"
 #include "vodplayer/vodplaysmallscreenview.h"
 
+#include "devicekeys.h"
 #include "messaging/messagedata.h"
 #include "messaging/vodmessages.h"
 #include "testenvironment.h"
-
-#include "devicekeys.h"
 
 #include <QAccessible>
 #include <QApplication>
@@ -19,8 +16,6 @@
 #include <memory>
 
 namespace {
-
-const QString PushApp = QLatin1String(VodChannel::PushApplication);
 
 // What assistive tools hear through Qt's accessibility layer.
 QString spoken(QWidget *w, QAccessible::Text t)
@@ -72,11 +67,6 @@ private slots:
                                              << "News: Paused"
                                              << "Time 00:01:05 of 00:10:00. Volume 8 of 16, muted. "
                                                 "Select: resume, Back: stop.";
-        QTest::newRow("small interrupted") << SmallVodScreen << VodPlayView::Interrupted << "" << t << "" << 1 << false
-                                           << "Video: Interrupted"
-                                           << "Time 00:01:05. Volume 1 of 16. Select: resume, Back: close.";
-        QTest::newRow("small stopping") << SmallVodScreen << VodPlayView::Stopping << "" << "" << "" << 16 << false
-                                        << "Video: Stopping" << "Volume 16 of 16. Back: close.";
         QTest::newRow("small paused for push") << SmallVodScreen << VodPlayView::PausedForPush << "" << "" << "" << 4
                                                << false << "Video: Paused for a broadcast"
                                                << "Volume 4 of 16. Back: close.";
@@ -84,23 +74,12 @@ private slots:
                                       << "Video: Playing"
                                       << "Time 00:01:05 of 00:10:00. Volume 3 of 16. Key 1: rewind, Key 2: pause, "
                                          "Key 3: forward, Max: wide picture.";
-        QTest::newRow("wide playing") << WideVodScreen << VodPlayView::Playing << "" << "" << "" << 3 << false
-                                      << "Video: Playing"
-                                      << "Volume 3 of 16. Key 1: rewind, Key 2: pause, Key 3: forward, "
-                                         "Max: small screen.";
         QTest::newRow("full paused") << FullVodScreen << VodPlayView::Paused << "" << "" << "" << 3 << true
                                      << "Video: Paused" << "Volume 3 of 16, muted. Key 2: resume, Key 3: stop.";
-        QTest::newRow("full stopped") << FullVodScreen << VodPlayView::Stopped << "" << "" << "" << 3 << false
-                                      << "Video: Stopped" << "Volume 3 of 16. Key 2: play, Key 3: stop.";
         QTest::newRow("push playing") << SmallPushScreen << VodPlayView::Playing << "" << "" << "" << 1 << false
                                       << "Broadcast: Playing" << "Volume 1 of 16. Back: stop, Full: full screen.";
-        QTest::newRow("push interrupted") << SmallPushScreen << VodPlayView::Interrupted << "" << "" << "" << 1 << false
-                                          << "Broadcast: Interrupted" << "Volume 1 of 16. Back: stop.";
         QTest::newRow("push full playing") << FullPushScreen << VodPlayView::Playing << "" << "" << "" << 2 << false
                                            << "Broadcast: Playing" << "Volume 2 of 16. Key 3: stop, Max: wide picture.";
-        QTest::newRow("push wide playing") << WidePushScreen << VodPlayView::Playing << "" << "" << "" << 2 << false
-                                           << "Broadcast: Playing"
-                                           << "Volume 2 of 16. Key 3: stop, Max: small screen.";
         QTest::newRow("push wide paused") << WidePushScreen << VodPlayView::Paused << "" << "" << "" << 2 << true
                                           << "Broadcast: Paused" << "Volume 2 of 16, muted. Key 3: stop.";
     }
@@ -173,38 +152,7 @@ private slots:
         // Back in the small player, with the state handed back.
         pressKey(full, Key_Video3);
         QCOMPARE(spoken(&player, QAccessible::Name), QStringLiteral("News: Stopping"));
-
         notify(VodMessage::EndOKVod);
-    }
-
-    // The push view and its full-screen view follow the broadcast's state.
-    void pushViewsFollow()
-    {
-        NoticeRecorder recorder;
-        VideoPushView view(nullptr, Qt::WindowFlags());
-        QCOMPARE(spoken(&view, QAccessible::Name), QStringLiteral("Broadcast: Stopped"));
-
-        const auto steps = {
-            std::make_pair(VodMessage::StartPush, QStringLiteral("Broadcast: Playing")),
-            std::make_pair(VodMessage::StartCall, QStringLiteral("Broadcast: Interrupted")),
-            std::make_pair(VodMessage::StopCall, QStringLiteral("Broadcast: Playing")),
-        };
-        for (const auto &step : steps) {
-            deliver(PushApp, QLatin1String(step.first));
-            QCOMPARE(spoken(&view, QAccessible::Name), step.second);
-        }
-
-        QTRY_VERIFY(view.playScreenReady);
-        pressKey(&view, Key_Video4);
-        VideoPushFullView *full = view.fullScreenView;
-        QVERIFY(full);
-        QCOMPARE(spoken(full, QAccessible::Name), QStringLiteral("Broadcast: Playing"));
-        deliver(PushApp, QLatin1String(VodMessage::VodSoundMute), messageData(1));
-        QCOMPARE(spoken(full, QAccessible::Description), QStringLiteral("Volume 1 of 16, muted. Key 3: stop, Max: wide picture."));
-        QCOMPARE(spoken(&view, QAccessible::Description), QStringLiteral("Volume 1 of 16, muted. Back: stop, Full: full screen."));
-        deliver(PushApp, QLatin1String(VodMessage::PauseOKPush));
-        QCOMPARE(spoken(full, QAccessible::Name), QStringLiteral("Broadcast: Paused"));
-        QCOMPARE(spoken(&view, QAccessible::Name), QStringLiteral("Broadcast: Paused"));
     }
 };
 

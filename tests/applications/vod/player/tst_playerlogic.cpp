@@ -1,12 +1,15 @@
+// The players' arithmetic on the design's examples: where a seek lands, what
+// a pause's position resumes at, how far the progress bar reaches.
+
 #include "player/playerlogic.h"
-#include "player/vodplayview.h"
 
 #include <QTest>
+
+#include <limits>
 
 using PlayerLogic::SeekDirection;
 
 Q_DECLARE_METATYPE(SeekDirection)
-Q_DECLARE_METATYPE(playScreenType)
 
 class tst_PlayerLogic : public QObject
 {
@@ -15,16 +18,9 @@ class tst_PlayerLogic : public QObject
 private slots:
     void seekTarget_data();
     void seekTarget();
-    void pausedPosition_data();
-    void pausedPosition();
-    void clockText_data();
-    void clockText();
-    void videoWindowRect_data();
-    void videoWindowRect();
-    void volumeColor_data();
-    void volumeColor();
-    void volumePointImages_data();
-    void volumePointImages();
+    void timeSplits();
+    void progress_data();
+    void progress();
 };
 
 void tst_PlayerLogic::seekTarget_data()
@@ -33,26 +29,19 @@ void tst_PlayerLogic::seekTarget_data()
     QTest::addColumn<quint32>("current");
     QTest::addColumn<quint32>("seconds");
     QTest::addColumn<quint32>("total");
-    QTest::addColumn<bool>("sent");
-    QTest::addColumn<quint32>("target");
+    QTest::addColumn<qint64>("target"); // -1: no request
 
-    const auto F = SeekDirection::Forward;
-    const auto R = SeekDirection::Reverse;
-    QTest::newRow("forward three presses") << F << 20000u << 15u << 60000u << true << 35000u;
-    QTest::newRow("forward keeps milliseconds") << F << 20345u << 5u << 60000u << true << 25345u;
-    QTest::newRow("forward past the end") << F << 10000u << 5u << 12000u << true << 11000u;
-    QTest::newRow("forward exactly to the end") << F << 55000u << 5u << 60000u << true << 59000u;
-    QTest::newRow("forward wraps the unsigned sum")
-        << F << 0xFFFFF000u << 5u << 60000u << true << 904u;
-    QTest::newRow("forward on one second lands on 1 s") << F << 0u << 5u << 1000u << true << 1000u;
-    QTest::newRow("forward on half a second") << F << 0u << 5u << 500u << false << 0u;
-    QTest::newRow("forward without a length") << F << 0u << 5u << 0u << false << 0u;
-    QTest::newRow("reverse from 3 s") << R << 3000u << 5u << 60000u << true << 1000u;
-    QTest::newRow("reverse to exactly 0") << R << 5000u << 5u << 60000u << true << 1000u;
-    QTest::newRow("reverse within the content") << R << 40500u << 10u << 60000u << true << 30500u;
-    QTest::newRow("reverse from beyond the end") << R << 90000u << 5u << 60000u << true << 1000u;
-    QTest::newRow("reverse without a length") << R << 3000u << 5u << 0u << false << 0u;
-    QTest::newRow("reverse on half a second") << R << 300u << 5u << 500u << false << 0u;
+    const SeekDirection F = SeekDirection::Forward, R = SeekDirection::Reverse;
+    QTest::newRow("three presses forward") << F << 20345u << 15u << 60000u << qint64(35345);
+    QTest::newRow("past the end: a second before it") << F << 10000u << 5u << 12000u << qint64(11000);
+    QTest::newRow("the unsigned sum wraps") << F << 0xfffffc18u << 5u << 60000u << qint64(4000);
+    QTest::newRow("on one second") << F << 0u << 5u << 1000u << qint64(1000);
+    QTest::newRow("shorter than a second") << F << 0u << 5u << 500u << qint64(-1);
+    QTest::newRow("no length") << F << 0u << 5u << 0u << qint64(-1);
+    QTest::newRow("back from 3 s: below 0, then 1 s") << R << 3000u << 5u << 60000u << qint64(1000);
+    QTest::newRow("back to exactly 0: 1 s") << R << 5000u << 5u << 60000u << qint64(1000);
+    QTest::newRow("back within") << R << 40500u << 10u << 60000u << qint64(30500);
+    QTest::newRow("back, no length") << R << 3000u << 5u << 0u << qint64(-1);
 }
 
 void tst_PlayerLogic::seekTarget()
@@ -61,108 +50,54 @@ void tst_PlayerLogic::seekTarget()
     QFETCH(quint32, current);
     QFETCH(quint32, seconds);
     QFETCH(quint32, total);
-    QFETCH(bool, sent);
-    QFETCH(quint32, target);
-
-    const std::optional<quint32> result = PlayerLogic::seekTarget(direction, current, seconds, total);
-    QCOMPARE(result.has_value(), sent);
-    if (sent)
-        QCOMPARE(*result, target);
+    QFETCH(qint64, target);
+    const std::optional<quint32> t = PlayerLogic::seekTarget(direction, current, seconds, total);
+    QCOMPARE(t ? qint64(*t) : -1, target);
 }
 
-void tst_PlayerLogic::pausedPosition_data()
+// A report's time in single precision, a pause's position through double:
+// 2.3 s is 2299 ms resumed; a day or more is no time; any float is safe.
+void tst_PlayerLogic::timeSplits()
 {
-    QTest::addColumn<float>("seconds");
-    QTest::addColumn<quint32>("msecs");
-
-    QTest::newRow("zero") << 0.0f << 0u;
-    QTest::newRow("83.5") << 83.5f << 83500u;
-    QTest::newRow("hour minute second") << 3723.25f << 3723250u;
-    QTest::newRow("float below its decimal truncates") << 2.3f << 2299u;
+    QCOMPARE(PlayerLogic::pausedPositionMsecs(3723.25f), 3723250u);
+    QCOMPARE(PlayerLogic::pausedPositionMsecs(2.3f), 2299u);
+    QCOMPARE(PlayerLogic::reportedTime(59.5f), QTime(0, 0, 59, 500));
+    QCOMPARE(PlayerLogic::clockText(PlayerLogic::reportedTime(3723.45f)), QStringLiteral("01:02:03"));
+    QVERIFY(!PlayerLogic::reportedTime(86400.0f).isValid());
+    QCOMPARE(PlayerLogic::clockText(QTime()), QString());
+    QCOMPARE(PlayerLogic::truncated(std::numeric_limits<double>::quiet_NaN()), 0);
+    QCOMPARE(PlayerLogic::truncated(1e30), std::numeric_limits<int>::max());
+    const PlayerLogic::Clock negative = PlayerLogic::splitClock(-3723, -1500);
+    QCOMPARE(negative.hours, -1);
+    QCOMPARE(negative.seconds, -3);
+    QCOMPARE(negative.msecs, -500);
 }
 
-void tst_PlayerLogic::pausedPosition()
+void tst_PlayerLogic::progress_data()
 {
-    QFETCH(float, seconds);
-    QFETCH(quint32, msecs);
-    QCOMPARE(PlayerLogic::pausedPositionMsecs(seconds), msecs);
+    QTest::addColumn<QString>("length");
+    QTest::addColumn<quint32>("current");
+    QTest::addColumn<int>("step");
+    QTest::addColumn<int>("width"); // on the first paint after a report
+
+    QTest::newRow("100 s at 10 s") << "00:01:40" << 10000u << 2 << 22;
+    QTest::newRow("100 s at 50 s") << "00:01:40" << 50000u << 2 << 105;
+    QTest::newRow("an hour: no step") << "01:00:00" << 1800000u << 0 << 103;
+    QTest::newRow("no length") << "" << 5000u << 0 << 0;
+    QTest::newRow("zero length") << "00:00:00" << 0u << 0 << 0;
 }
 
-void tst_PlayerLogic::clockText_data()
+void tst_PlayerLogic::progress()
 {
-    QTest::addColumn<QTime>("time");
-    QTest::newRow("milliseconds not shown") << QTime(1, 2, 3, 999);
-    QTest::newRow("a day or more is invalid") << PlayerLogic::reportedTime(86400.0f);
-    QTest::newRow("null") << QTime();
+    QFETCH(QString, length);
+    QFETCH(quint32, current);
+    QFETCH(int, step);
+    QFETCH(int, width);
+    const QTime time = QTime::fromString(length, QStringLiteral("hh:mm:ss"));
+    QCOMPARE(PlayerLogic::progressStepFor(time, 206), step);
+    QCOMPARE(PlayerLogic::progressWidth(step, 206, current, PlayerLogic::totalTimeMsecs(time)), width);
+    QCOMPARE(PlayerLogic::nextAnimationFrame(4), 1u);
 }
 
-// The read-out is the text that QTime::toString gives for the format.
-void tst_PlayerLogic::clockText()
-{
-    QFETCH(QTime, time);
-    QCOMPARE(PlayerLogic::clockText(time), time.toString(QStringLiteral("hh:mm:ss")));
-}
-
-void tst_PlayerLogic::videoWindowRect_data()
-{
-    QTest::addColumn<playScreenType>("type");
-    QTest::addColumn<QRect>("rect");
-
-    QTest::newRow("small vod") << SmallVodScreen << QRect(8, 39, 256, 194);
-    QTest::newRow("small push") << SmallPushScreen << QRect(8, 39, 256, 194);
-    QTest::newRow("full vod") << FullVodScreen << QRect(0, 0, 363, 272);
-    QTest::newRow("full push") << FullPushScreen << QRect(0, 0, 363, 272);
-    QTest::newRow("wide vod") << WideVodScreen << QRect(0, 0, 480, 271);
-    QTest::newRow("wide push") << WidePushScreen << QRect(0, 0, 480, 271);
-    QTest::newRow("not a kind") << playScreenType(6) << QRect();
-}
-
-void tst_PlayerLogic::videoWindowRect()
-{
-    QFETCH(playScreenType, type);
-    QFETCH(QRect, rect);
-    QCOMPARE(PlayerLogic::videoWindowRect(type), rect);
-}
-
-void tst_PlayerLogic::volumeColor_data()
-{
-    QTest::addColumn<int>("level");
-    QTest::addColumn<QColor>("color");
-
-    QTest::newRow("1") << 1 << QColor(88, 30, 152);
-    QTest::newRow("9") << 9 << QColor(220, 65, 64);
-    QTest::newRow("16") << 16 << QColor(255, 255, 63);
-    QTest::newRow("0 is invalid") << 0 << QColor();
-    QTest::newRow("17 is invalid") << 17 << QColor();
-}
-
-void tst_PlayerLogic::volumeColor()
-{
-    QFETCH(int, level);
-    QFETCH(QColor, color);
-    QCOMPARE(VodPlayView::volumeColor(level), color);
-}
-
-void tst_PlayerLogic::volumePointImages_data()
-{
-    // The small read-out's bar and the full-screen overlay's differ only at the ends.
-    QTest::addColumn<int>("point");
-    QTest::addColumn<QString>("small");
-    QTest::addColumn<QString>("overlay");
-    QTest::newRow("1") << 1 << ":image/vod/volume_bar_point_01" << ":image/vod/volume_bar_point_01_full";
-    QTest::newRow("2") << 2 << ":image/vod/volume_bar_point_02" << ":image/vod/volume_bar_point_02";
-    QTest::newRow("10") << 10 << ":image/vod/volume_bar_point_10" << ":image/vod/volume_bar_point_10";
-    QTest::newRow("16") << 16 << ":image/vod/volume_bar_point_16" << ":image/vod/volume_bar_point_16_full";
-}
-
-void tst_PlayerLogic::volumePointImages()
-{
-    QFETCH(int, point);
-    QFETCH(QString, small);
-    QFETCH(QString, overlay);
-    QCOMPARE(PlayerLogic::volumePointImage(point), small);
-    QCOMPARE(PlayerLogic::overlayPointImage(point), overlay);
-}
-
-QTEST_GUILESS_MAIN(tst_PlayerLogic)
+QTEST_APPLESS_MAIN(tst_PlayerLogic)
 #include "tst_playerlogic.moc"
