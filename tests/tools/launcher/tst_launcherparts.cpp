@@ -1,30 +1,21 @@
-// The launcher's pieces: what it checks before loading a plugin, how it turns
-// the keyboard into device keys, and how it plays the phone's display and
-// window manager.
-#include "displaychoice.h"
+// The launcher's pieces: how it turns the keyboard into device keys, and how
+// it plays the phone's display and window manager. What it checks before
+// loading a plugin shows in the program's own tests.
 #include "entry/frameexports.h"
 #include "framehooks.h"
 #include "keymap.h"
 #include "keytranslator.h"
 #include "launcherscreen.h"
-#include "mainwindowwatcher.h"
-#include "pluginlocator.h"
-#include "pluginverification.h"
 #include "screencompositor.h"
 #include "testenvironment.h"
-#include "trafficprinter.h"
 #include "videofeed.h"
 #include "windowmanager.h"
 
 #include "messaging/vodmessages.h"
 
 #include <QApplication>
-#include <QCloseEvent>
 #include <QDialog>
-#include <QDir>
 #include <QKeyEvent>
-#include <QSignalSpy>
-#include <QTemporaryDir>
 #include <QtTest>
 
 #include <memory>
@@ -39,12 +30,6 @@ public:
 protected:
     void keyPressEvent(QKeyEvent *e) override { keys.append({e->key(), e->modifiers()}); }
     void keyReleaseEvent(QKeyEvent *e) override { keys.append({e->key(), e->modifiers()}); }
-};
-
-class StubbornWidget : public QWidget
-{
-protected:
-    void closeEvent(QCloseEvent *e) override { e->ignore(); }
 };
 
 std::unique_ptr<QDialog> colouredWindow(QRgb colour, const QSize &size)
@@ -69,16 +54,8 @@ private slots:
     void initTestCase() { env = std::make_unique<TestEnvironment>(); }
     void cleanup() { QCOMPARE(deleteLeakedTopLevels(), 0); }
 
-    void verification_data();
-    void verification();
-    void offscreenFallback_data();
-    void offscreenFallback();
-    void locator();
-    void traceLine();
     void keys_data();
     void keys();
-    void watcher_data();
-    void watcher();
     void placement_data();
     void placement();
     void stackingAndPopUps();
@@ -87,82 +64,11 @@ private slots:
     void videoFeedFollowsTheWire();
 };
 
-void tst_LauncherParts::verification_data()
-{
-    QTest::addColumn<QByteArray>("record");
-    QTest::addColumn<QString>("problem");
 
-    const QByteArray pattern("pattern=QT_PLUGIN_VERIFICATION_DATA\n");
-    const QByteArray key("buildkey=i686 Linux no-stl QT_NO_PLUGIN_CHECK");
-    QTest::newRow("fits") << pattern + "version=4.2.3\ndebug=false\n" + key + "\n" << QString();
-    QTest::newRow("other order") << pattern + key + "\ndebug=false\nversion=4.2.3" << QString();
-    QTest::newRow("other version") << pattern + "version=4.3.0\ndebug=false\n" + key
-                                   << "version is \"4.3.0\", expected \"4.2.3\"";
-    QTest::newRow("debug build") << pattern + "version=4.2.3\ndebug=true\n" + key
-                                 << "debug is \"true\", expected \"false\"";
-    QTest::newRow("no build key") << pattern + "version=4.2.3\ndebug=false"
-                                  << "the verification data has no buildkey";
-    QTest::newRow("no pattern") << QByteArray("version=4.2.3") << "the verification data has no pattern line";
-}
 
-void tst_LauncherParts::verification()
-{
-    QFETCH(QByteArray, record);
-    QFETCH(QString, problem);
-    QCOMPARE(PluginVerification::problem(record.constData()), problem);
-}
 
-void tst_LauncherParts::offscreenFallback_data()
-{
-    QTest::addColumn<QString>("variable");
-    QTest::addColumn<QStringList>("arguments");
-    QTest::addColumn<bool>("offscreen");
 
-    QTest::newRow("nothing") << QString() << QStringList() << true;
-    QTest::newRow("empty DISPLAY") << "DISPLAY=" << QStringList() << true;
-    QTest::newRow("X11") << "DISPLAY=:0" << QStringList() << false;
-    QTest::newRow("Wayland") << "WAYLAND_DISPLAY=wayland-0" << QStringList() << false;
-    QTest::newRow("platform chosen") << "QT_QPA_PLATFORM=vnc" << QStringList() << false;
-    QTest::newRow("--platform") << QString() << QStringList{"--platform", "vnc"} << false;
-}
 
-void tst_LauncherParts::offscreenFallback()
-{
-    QFETCH(QString, variable);
-    QFETCH(QStringList, arguments);
-    QFETCH(bool, offscreen);
-    QProcessEnvironment environment;
-    if (!variable.isEmpty())
-        environment.insert(variable.section(QLatin1Char('='), 0, 0), variable.section(QLatin1Char('='), 1));
-    QCOMPARE(needsOffscreenPlatform(environment, QStringList{"qpe-launcher"} + arguments), offscreen);
-}
-
-// The installed plugin before the built one, a directory of the name never.
-void tst_LauncherParts::locator()
-{
-    QTemporaryDir root;
-    const QString bin = root.filePath(QStringLiteral("bin"));
-    const QStringList dirs{"../lib/plugins", "../build", "../lib/plugins/"};
-    const QStringList candidates = PluginLocator::candidates(bin, dirs, QStringLiteral("libvod.so"));
-    QCOMPARE(candidates, (QStringList{root.filePath("lib/plugins/libvod.so"), root.filePath("build/libvod.so")}));
-    QCOMPARE(PluginLocator::locate(bin, dirs, QStringLiteral("libvod.so")), candidates.at(0));
-
-    QVERIFY(QDir().mkpath(candidates.at(0)));
-    QVERIFY(QDir().mkpath(root.filePath(QStringLiteral("build"))));
-    QFile built(candidates.at(1));
-    QVERIFY(built.open(QIODevice::WriteOnly));
-    built.close();
-    QCOMPARE(PluginLocator::locate(bin, dirs, QStringLiteral("libvod.so")), candidates.at(1));
-    QCOMPARE(PluginLocator::locate(bin, QStringList(), QStringLiteral("libvod.so")), QString());
-}
-
-void tst_LauncherParts::traceLine()
-{
-    QCOMPARE(TrafficPrinter::line({"QPE/CallManager", "setVolume_vod(int)", QByteArray("\x00\x00\x00\x01", 4)}),
-             QByteArray("QPE/CallManager setVolume_vod(int) 00000001"));
-    QCOMPARE(TrafficPrinter::line({"QPE/VideoManager", "pushAppExecuted()", QByteArray()}),
-             QByteArray("QPE/VideoManager pushAppExecuted()"));
-}
 
 void tst_LauncherParts::keys_data()
 {
@@ -222,40 +128,7 @@ void tst_LauncherParts::keys()
     QCOMPARE(recorder.keys.value(0).first, keyboardKey);
 }
 
-void tst_LauncherParts::watcher_data()
-{
-    QTest::addColumn<QString>("end");
-    QTest::addColumn<bool>("gone");
-    QTest::newRow("closed") << "close" << true;
-    QTest::newRow("deleted") << "delete" << true;
-    // A player hides its window while its full-screen view is up.
-    QTest::newRow("hidden") << "hide" << false;
-    QTest::newRow("close refused") << "refuse" << false;
-}
 
-void tst_LauncherParts::watcher()
-{
-    QFETCH(QString, end);
-    QFETCH(bool, gone);
-    QWidget *window = end == QLatin1String("refuse") ? new StubbornWidget : new QWidget;
-    window->show();
-    MainWindowWatcher watcher(window);
-    QSignalSpy spy(&watcher, &MainWindowWatcher::gone);
-    if (end == QLatin1String("delete")) {
-        delete window;
-        window = nullptr;
-    } else if (end == QLatin1String("hide")) {
-        window->hide();
-    } else {
-        window->close();
-        // Reported once.
-        window->show();
-        window->close();
-    }
-    QApplication::processEvents();
-    QCOMPARE(spy.size(), gone ? 1 : 0);
-    delete window;
-}
 
 void tst_LauncherParts::placement_data()
 {
