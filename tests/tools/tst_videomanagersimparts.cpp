@@ -191,6 +191,10 @@ private slots:
             << QByteArray(R"({"groups": [{"name": "g", "parts": [{"name": "p", "titles": [
                    {"name": "a", "length": "5"}]}]}]})")
             << "groups[0].parts[0].titles[0]: \"length\" must be a number above 0";
+        QTest::newRow("file not a string")
+            << QByteArray(R"({"groups": [{"name": "g", "parts": [{"name": "p", "titles": [
+                   {"name": "a", "length": 5, "file": 3}]}]}]})")
+            << "groups[0].parts[0].titles[0]: \"file\" must be a non-empty string";
         QByteArray many = R"({"groups": [{"name": "g", "parts": [)";
         for (int j = 0; j < 21; ++j)
             many += QByteArray(j ? "," : "") + R"({"name": "p", "titles": []})";
@@ -219,15 +223,20 @@ private slots:
         QVERIFY(!readCatalogueJsonFile(file.fileName(), &error));
         QVERIFY2(error.startsWith(file.fileName() + ": line 1, column "), qPrintable(error));
 
-        // The command line reads a good one.
+        // The command line reads a good one; media files are found beside it.
         QVERIFY(file.open(QIODevice::WriteOnly | QIODevice::Truncate));
-        file.write(R"({"groups": [{"name": "Only", "parts": []}]})");
+        file.write(R"({"groups": [{"name": "Only", "parts": [{"name": "p", "titles": [
+            {"name": "near", "length": 5, "file": "media/near.ogg"},
+            {"name": "far", "length": 5, "file": "/srv/far.ogg"}, {"name": "none", "length": 5}]}]}]})");
         file.close();
         const SimulatorCommandLine result =
             parseSimulatorCommandLine({"videomanager-sim", "--catalogue", file.fileName()});
         QCOMPARE(int(result.status), int(SimulatorCommandLine::Run));
         QCOMPARE(result.options.catalogue.groups.size(), 1);
         QCOMPARE(result.options.catalogue.groups[0].name, QString("Only"));
+        QCOMPARE(result.options.catalogue.title(0, 0, 0)->file, dir.filePath("media/near.ogg"));
+        QCOMPARE(result.options.catalogue.title(0, 0, 1)->file, QString("/srv/far.ogg"));
+        QCOMPARE(result.options.catalogue.title(0, 0, 2)->file, QString());
     }
 
     void builtInCatalogueFitsTheFiles()
