@@ -16,6 +16,7 @@
 #include "testpicture.h"
 #include "trafficprinter.h"
 #include "videofeed.h"
+#include "videoplanewriter.h"
 
 #include "messaging/messagedata.h"
 #include "messaging/vodmessages.h"
@@ -80,6 +81,8 @@ private slots:
     void videoFeedFollowsTheWire();
     void frameShowsPushPlayer_data();
     void frameShowsPushPlayer();
+    void frameShowsVideoPlane_data() { frameShowsPushPlayer_data(); }
+    void frameShowsVideoPlane();
     void frameCentresPopUpsOverWindows();
 
 private:
@@ -482,6 +485,60 @@ void tst_LauncherParts::frameShowsPushPlayer()
     for (int x = 360; x < 480 && !drawn; ++x)
         drawn = shot.pixel(x, 256) != ScreenCompositor::SoftKeyBarColour;
     QVERIFY(drawn);
+}
+
+void tst_LauncherParts::frameShowsVideoPlane()
+{
+    QFETCH(bool, full);
+    QFETCH(QRect, video);
+
+    // A video manager's plane holding a 4 x 2 picture: green on the left, purple on the right.
+    constexpr QRgb left = 0xff20c040;
+    constexpr QRgb right = 0xffc02080;
+    const QString name = QStringLiteral("/tst-launcherparts-%1").arg(getpid());
+    auto writer = std::make_unique<VideoPlaneWriter>(name);
+    QString error;
+    QVERIFY2(writer->open(&error), qPrintable(error));
+    QImage picture(4, 2, QImage::Format_RGB32);
+    picture.fill(left);
+    for (int y = 0; y < 2; ++y)
+        for (int x = 2; x < 4; ++x)
+            picture.setPixel(x, y, right);
+    QVERIFY(writer->write(picture.constBits(), 4, 2, int(picture.bytesPerLine())));
+
+    LauncherScreen screen;
+    screen.setFrameHooks(moduleHooks());
+    screen.watchVideoPlane(name);
+    screen.show();
+    ApplicationImpl factory;
+    std::unique_ptr<VideoPushView> push(
+        qobject_cast<VideoPushView *>(factory.createMainWindow(QStringLiteral("videoPush"), &screen, {})));
+    QVERIFY(push);
+    deliver(VodChannel::PushApplication, VodMessage::StartPush);
+    QTRY_VERIFY(push->screenStatus == VodPlayView::Playing && push->playScreenReady);
+    if (full) {
+        pressKey(push.get(), Key_Video4);
+        QTRY_VERIFY(push->fullScreenView && push->fullScreenView->isVisible()
+                    && push->fullScreenView->playScreenReady);
+    }
+    QTRY_COMPARE(screen.compositor()->videoFeed()->window(), video);
+
+    // The picture fills the window the module asked for: each half of it one half.
+    QImage shot = screen.screenImage();
+    const int middle = video.center().y();
+    QCOMPARE(shot.pixel(video.left() + video.width() / 4, middle), left);
+    QCOMPARE(shot.pixel(video.right() - video.width() / 4, middle), right);
+    QCOMPARE(shot.pixel(video.left(), video.top()), left);
+    QCOMPARE(shot.pixel(video.right(), video.bottom()), right);
+    QVERIFY(shot.pixel(video.right() + 1, middle) != right);
+
+    // A plane without a picture is black; without a plane the test picture is back.
+    writer->clear();
+    shot = screen.screenImage();
+    QCOMPARE(shot.pixel(video.center()), 0xff000000u);
+    writer.reset();
+    shot = screen.screenImage();
+    QCOMPARE(shot.pixel(video.center()), referencePicture(video, 0).pixel(video.center()));
 }
 
 void tst_LauncherParts::frameCentresPopUpsOverWindows()
