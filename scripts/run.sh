@@ -72,6 +72,9 @@ if [ "${VIDEO_MANAGER:-real}" != sim ]; then
     fi
 fi
 
+kind=real
+[ "$manager" = sim ] && kind=simulated
+
 vod=0
 ends=0
 for arg in "$@"; do
@@ -126,7 +129,12 @@ if [ -z "${DISPLAY:-}${WAYLAND_DISPLAY:-}${QT_QPA_PLATFORM:-}" ]; then
     vm_args+=(--audio-sink "fakesink sync=true")
     launcher_args+=(--trace)
     if [ "$ends" = 0 ]; then
-        if [ "$vod" = 1 ]; then
+        if [ "$vod" = 1 ] && [ "$manager" = real ]; then
+            echo "run: no display: running offscreen; a scripted walk browses, plays a title, seeks forward," \
+                 "lets it end and ends while the next title plays" >&2
+            keys_script=1
+            launcher_args+=(--keys --quit-after 60000)
+        elif [ "$vod" = 1 ]; then
             echo "run: no display: running offscreen; a scripted walk browses, plays a title and stops it" >&2
             keys_script=1
             launcher_args+=(--keys --quit-after 60000)
@@ -144,11 +152,11 @@ if [ -z "${DISPLAY:-}${WAYLAND_DISPLAY:-}${QT_QPA_PLATFORM:-}" ]; then
     else
         echo "run: no display: running offscreen" >&2
     fi
-    echo "run: lines from the $manager video manager start with [vm] (<- received, -> sent);" \
+    echo "run: lines from the $kind video manager start with [vm] (<- received, -> sent);" \
          "the module's messages with [module]" >&2
 else
     echo "run: live window (Esc: Back, Enter: Select, F1/F2: Context1/2, 4: full screen; --trace prints" \
-         "the module's messages); lines from the $manager video manager start with [vm]" >&2
+         "the module's messages); lines from the $kind video manager start with [vm]" >&2
 fi
 
 if [ "$manager" = real ]; then
