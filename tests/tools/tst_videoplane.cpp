@@ -23,7 +23,6 @@ private slots:
 
     void framesArriveWhole_data();
     void framesArriveWhole();
-    void clearShowsNothing();
     void planeGoesWithItsWriter();
     void crashedWriterLeavesNoPlane();
     void liveWriterKeepsItsName();
@@ -82,22 +81,6 @@ void tst_VideoPlane::framesArriveWhole()
     // A frame too large for the plane is refused; the last one stays.
     QVERIFY(!writer.write(frame.constBits(), VideoPlaneLayout::MaxWidth + 1, 1, (VideoPlaneLayout::MaxWidth + 1) * 4));
     QCOMPARE(*reader.frame(), frame.copy(0, 0, width, height));
-}
-
-void tst_VideoPlane::clearShowsNothing()
-{
-    VideoPlaneWriter writer(name());
-    QString error;
-    QVERIFY2(writer.open(&error), qPrintable(error));
-    VideoPlaneReader reader(name());
-    // A fresh plane holds no picture yet.
-    QVERIFY(reader.frame() && reader.frame()->isNull());
-    const QImage frame = pattern(8, 8, 32);
-    QVERIFY(writer.write(frame.constBits(), 8, 8, 32));
-    QVERIFY(!reader.frame()->isNull());
-    writer.clear();
-    QVERIFY(reader.frame());
-    QVERIFY(reader.frame()->isNull());
 }
 
 void tst_VideoPlane::planeGoesWithItsWriter()
