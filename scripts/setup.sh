@@ -12,6 +12,9 @@ packages=(
     dbus-daemon dbus-bin
     clang libclang-rt-14-dev valgrind
     fonts-dejavu-core fonts-dejavu-extra fonts-nanum
+    # the real video manager, its sample media and the broadcast sender
+    libgstreamer1.0-dev libgstreamer-plugins-base1.0-dev
+    gstreamer1.0-plugins-base gstreamer1.0-plugins-good gstreamer1.0-tools
 )
 
 missing=()

@@ -322,13 +322,18 @@ void tst_VideoManagerSim::jsonCatalogue_data()
     QTest::addColumn<QByteArray>("json");
     QTest::addColumn<QString>("error");
 
+    // Media files are found beside the catalogue.
     QTest::newRow("good") << QByteArray(R"({"groups": [{"name": "뉴스", "parts": [{"name": "날씨", "titles": [
-                                 {"name": "주간", "length": 95}, {"name": "Flash", "length": 12.5}]}]},
+                                 {"name": "주간", "length": 95, "file": "media/near.ogg"},
+                                 {"name": "Flash", "length": 12.5, "file": "/srv/far.ogg"}]}]},
                                  {"name": "Empty", "parts": []}]})")
                           << QString();
     QTest::newRow("syntax") << QByteArray("{\"groups\": [\n  {\"name\" \"x\"}]}") << "line 2, column ";
     QTest::newRow("name not a string") << QByteArray(R"({"groups": [{"name": 3, "parts": []}]})")
                                        << "groups[0]: \"name\"";
+    QTest::newRow("file not a string") << QByteArray(R"({"groups": [{"name": "g", "parts": [{"name": "p", "titles": [
+                                              {"name": "a", "length": 5, "file": 3}]}]}]})")
+                                       << "groups[0].parts[0].titles[0]: \"file\" must be a non-empty string";
     QTest::newRow("length as text") << QByteArray(R"({"groups": [{"name": "g", "parts": [{"name": "p", "titles": [
                                            {"name": "a", "length": "5"}]}]}]})")
                                     << "groups[0].parts[0].titles[0]: \"length\" must be a number above 0";
@@ -358,6 +363,8 @@ void tst_VideoManagerSim::jsonCatalogue()
     QCOMPARE(c.groups.size(), 2);
     QCOMPARE(c.title(0, 0, 0)->name, QString::fromUtf8("주간"));
     QCOMPARE(c.title(0, 0, 1)->length, 12.5);
+    QCOMPARE(c.title(0, 0, 0)->file, dir.filePath("media/near.ogg"));
+    QCOMPARE(c.title(0, 0, 1)->file, QStringLiteral("/srv/far.ogg"));
     QVERIFY(!c.title(0, 0, 2));
     QVERIFY(!c.title(1, 0, 0));
 }

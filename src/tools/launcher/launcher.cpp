@@ -9,6 +9,7 @@
 #include "pluginlocator.h"
 #include "pluginverification.h"
 #include "trafficprinter.h"
+#include "videoplanelayout.h"
 
 #include "entry/pluginexports.h"
 #include "framehooks.h"
@@ -174,6 +175,7 @@ int Launcher::exec()
     qApp->installEventFilter(new KeyTranslator(this));
     auto *launcherScreen = new LauncherScreen;
     launcherScreen->setFrameHooks(FrameHooks::fromLibrary(library));
+    launcherScreen->watchVideoPlane(VideoPlaneLayout::nameFromEnvironment());
     screen = launcherScreen;
     connect(launcherScreen, &LauncherScreen::closed, this, &Launcher::quit);
     launcherScreen->showFrame();

@@ -1,6 +1,7 @@
 #include "launcherscreen.h"
 
 #include "screencompositor.h"
+#include "videofeed.h"
 #include "windowmanager.h"
 
 #include <QApplication>
@@ -74,6 +75,24 @@ void LauncherScreen::setFrameHooks(const FrameHooks &hooks)
 {
     delete screenCompositor;
     screenCompositor = new ScreenCompositor(hooks, manager, this);
+    followVideoPlane();
+}
+
+void LauncherScreen::watchVideoPlane(const QString &name)
+{
+    videoPlane = name;
+    followVideoPlane();
+}
+
+void LauncherScreen::followVideoPlane()
+{
+    if (videoPlane.isEmpty())
+        return;
+    VideoFeed *feed = screenCompositor->videoFeed();
+    feed->watchPlane(videoPlane);
+    // A live frame shows each video frame as it comes, not at the refresh's pace.
+    if (liveDisplay)
+        connect(feed, &VideoFeed::changed, this, qOverload<>(&QWidget::update));
 }
 
 QImage LauncherScreen::screenImage() const

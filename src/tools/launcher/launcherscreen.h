@@ -34,6 +34,9 @@ public:
 
     // Where the soft-key labels and the video manager's messages come from.
     void setFrameHooks(const FrameHooks &hooks);
+    // Shows the video plane of that name under the windows whenever a video
+    // manager holds it.
+    void watchVideoPlane(const QString &name);
     ScreenCompositor *compositor() const { return screenCompositor; }
     WindowManager *windowManager() const { return manager; }
 
@@ -49,9 +52,12 @@ protected:
     void paintEvent(QPaintEvent *event) override;
 
 private:
+    void followVideoPlane();
+
     WindowManager *manager;
     ScreenCompositor *screenCompositor = nullptr;
     QTimer *refresh;
+    QString videoPlane;
     // On a real display the frame follows the picture, and the module's windows
     // (made see-through) only lend their pixels to it.
     bool liveDisplay;

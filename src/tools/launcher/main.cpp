@@ -19,9 +19,11 @@ QString description()
     QStringList lines{
         text("Loads the video phone's application plugin and launches one of its applications"),
         text("on a 480 x 272 screen, as the phone's quick-launcher does. The screen shows what the"),
-        text("phone would: the platform's title bar and soft-key bar around the module's windows, and a"),
-        text("moving test picture where the video manager would draw the video (the rectangle of the"),
-        text("last \"changeVodWindow(int,int,int,int)\", the position of the last \"currentTime(float)\")."),
+        text("phone would: the platform's title bar and soft-key bar around the module's windows, and the"),
+        text("video under them, in the rectangle of the last \"changeVodWindow(int,int,int,int)\": the"),
+        text("pictures of the video manager's video plane (QPE_VIDEO_PLANE, by default one per user and"),
+        text("QPE_ROOT) while a video manager holds one, else a moving test picture that shows the"),
+        text("position of the last \"currentTime(float)\")."),
         QString(),
         text("Keyboard keys that stand for the device's keys:"),
     };

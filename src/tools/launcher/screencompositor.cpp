@@ -78,12 +78,20 @@ QImage ScreenCompositor::compose() const
 {
     // The video manager draws straight onto the display: wherever the window
     // on top leaves its video area clear, the picture is seen, not the windows
-    // underneath.
+    // underneath. Its frames fill the rectangle the module asked for, whatever
+    // their own size; without a video manager's plane the test picture stands in.
     QImage video(Width, Height, QImage::Format_ARGB32_Premultiplied);
     video.fill(Qt::black);
     {
         QPainter videoPainter(&video);
-        TestPicture::paint(&videoPainter, feed->window(), feed->seconds());
+        if (const std::optional<QImage> picture = feed->planePicture()) {
+            if (!picture->isNull() && !feed->window().isEmpty()) {
+                videoPainter.setRenderHint(QPainter::SmoothPixmapTransform);
+                videoPainter.drawImage(feed->window(), *picture);
+            }
+        } else {
+            TestPicture::paint(&videoPainter, feed->window(), feed->seconds());
+        }
     }
     QImage image = video;
     QPainter painter(&image);

@@ -14,12 +14,12 @@ class VideoFeed;
 class WindowManager;
 
 // Draws the device's 480 x 272 display as the phone shows it: the video
-// manager's picture at the bottom, over it what each window of the window
-// manager's stack has painted and flushed (its backing store, never a fresh
-// rendering: a window that failed to repaint shows stale pixels, as on the
-// phone), the platform's title bar and soft-key bar where no full-screen
-// window covers them, and pop-ups on top. What a window cleared stays
-// see-through, so the picture shows there.
+// manager's picture at the bottom (its video plane, or a test picture), over
+// it what each window of the window manager's stack has painted and flushed
+// (its backing store, never a fresh rendering: a window that failed to repaint
+// shows stale pixels, as on the phone), the platform's title bar and soft-key
+// bar where no full-screen window covers them, and pop-ups on top. What a
+// window cleared stays see-through, so the picture shows there.
 class ScreenCompositor : public QObject
 {
     Q_OBJECT

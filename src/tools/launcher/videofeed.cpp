@@ -1,11 +1,18 @@
 #include "videofeed.h"
 
 #include "messaging/vodmessages.h"
+#include "videoplanereader.h"
 
+#include <QTimer>
 #include <QtEndian>
 
 #include <climits>
 #include <cstring>
+
+namespace {
+// How often the plane is looked at: a little faster than the frames come.
+constexpr int PlanePollMsecs = 20;
+}
 
 VideoFeed::VideoFeed(const FrameHooks &hooks, QObject *parent)
     : QObject(parent)
@@ -19,6 +26,33 @@ VideoFeed::VideoFeed(const FrameHooks &hooks, QObject *parent)
 VideoFeed::~VideoFeed()
 {
     qDeleteAll(listeners);
+}
+
+void VideoFeed::watchPlane(const QString &name)
+{
+    plane = std::make_unique<VideoPlaneReader>(name);
+    planeSequence = plane->sequence();
+    if (!planePoll) {
+        planePoll = new QTimer(this);
+        planePoll->setInterval(PlanePollMsecs);
+        connect(planePoll, &QTimer::timeout, this, &VideoFeed::pollPlane);
+    }
+    planePoll->start();
+}
+
+void VideoFeed::pollPlane()
+{
+    // The plane appearing, changing or going away all change the picture.
+    const std::uint32_t sequence = plane->sequence();
+    if (sequence != planeSequence) {
+        planeSequence = sequence;
+        emit changed();
+    }
+}
+
+std::optional<QImage> VideoFeed::planePicture() const
+{
+    return plane ? plane->frame() : std::nullopt;
 }
 
 void VideoFeed::receive(void *context, const QString &message, const QByteArray &data)

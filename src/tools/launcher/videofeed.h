@@ -3,15 +3,22 @@
 #include "framehooks.h"
 
 #include <QByteArray>
+#include <QImage>
 #include <QList>
 #include <QObject>
 #include <QRect>
 
+#include <cstdint>
+#include <memory>
 #include <optional>
+
+class QTimer;
+class VideoPlaneReader;
 
 // What the video manager would be showing: the rectangle the module last asked
 // for with "changeVodWindow(int,int,int,int)" and the position of the last
-// "currentTime(float)" report, followed through the plugin's transport.
+// "currentTime(float)" report, followed through the plugin's transport; and,
+// once asked to watch it, the picture of a video manager's video plane.
 class VideoFeed : public QObject
 {
     Q_OBJECT
@@ -28,6 +35,12 @@ public:
     // How many time reports have come so far.
     int reportCount() const { return reports; }
 
+    // Follows the video plane of that name: its new frames are changes.
+    void watchPlane(const QString &name);
+    // The picture of the video plane: none while no video manager holds one (the
+    // display shows its test picture then), a null image while the plane shows nothing.
+    std::optional<QImage> planePicture() const;
+
     // Takes one message of "QPE/VideoManager", "QPE/PushApplication" or "QPE/VideoApplication".
     void take(const QString &message, const QByteArray &data);
 
@@ -42,7 +55,12 @@ signals:
 private:
     static void receive(void *context, const QString &message, const QByteArray &data);
 
+    void pollPlane();
+
     QList<QObject *> listeners;
+    std::unique_ptr<VideoPlaneReader> plane;
+    QTimer *planePoll = nullptr;
+    std::uint32_t planeSequence = 0;
     QRect rect = SmallWindow;
     double position = 0;
     int reports = 0;

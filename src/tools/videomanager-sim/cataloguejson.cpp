@@ -1,6 +1,8 @@
 #include "cataloguejson.h"
 
+#include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
@@ -10,6 +12,7 @@ namespace {
 struct Reader
 {
     QString error;
+    QString baseDirectory;
 
     bool fail(const QString &where, const QString &what)
     {
@@ -53,6 +56,12 @@ struct Reader
         if (!length.isDouble() || !(length.toDouble() > 0))
             return fail(where, QStringLiteral("\"length\" must be a number above 0"));
         out->length = length.toDouble();
+        const QJsonValue file = o.value(QLatin1String("file"));
+        if (file.isUndefined())
+            return true;
+        if (!file.isString() || file.toString().isEmpty())
+            return fail(where, QStringLiteral("\"file\" must be a non-empty string"));
+        out->file = QDir::cleanPath(QDir(baseDirectory).filePath(file.toString()));
         return true;
     }
 
@@ -101,11 +110,12 @@ QString position(const QByteArray &text, int offset)
 }
 }
 
-std::optional<SimCatalogue> readCatalogueJson(const QByteArray &json, QString *error)
+std::optional<SimCatalogue> readCatalogueJson(const QByteArray &json, QString *error, const QString &baseDirectory)
 {
     QJsonParseError parseError;
     const QJsonDocument document = QJsonDocument::fromJson(json, &parseError);
     Reader reader;
+    reader.baseDirectory = baseDirectory;
     SimCatalogue catalogue;
     QJsonArray groups;
     if (parseError.error != QJsonParseError::NoError) {
@@ -137,7 +147,8 @@ std::optional<SimCatalogue> readCatalogueJsonFile(const QString &path, QString *
         return std::nullopt;
     }
     QString why;
-    std::optional<SimCatalogue> catalogue = readCatalogueJson(file.readAll(), &why);
+    std::optional<SimCatalogue> catalogue =
+        readCatalogueJson(file.readAll(), &why, QFileInfo(path).absolutePath());
     if (!catalogue && error)
         *error = QStringLiteral("%1: %2").arg(path, why);
     return catalogue;

@@ -40,3 +40,16 @@ std::optional<QByteArray> encodeArguments(const MessageEntry &entry, const QStri
     }
     return data;
 }
+
+QString messageLogLine(const QString &direction, const QString &channel, const QString &message,
+                       const QByteArray &data, const QString &remark)
+{
+    QString line = direction + QLatin1Char(' ') + channel + QLatin1Char(' ') + message;
+    const MessageEntry *entry = findMessage(channel, message);
+    const QString arguments = entry ? describeArguments(*entry, data) : QString::fromLatin1(data.toHex(' '));
+    if (!arguments.isEmpty())
+        line += QLatin1Char(' ') + arguments;
+    if (!remark.isEmpty())
+        line += QLatin1String(" (") + remark + QLatin1Char(')');
+    return line;
+}

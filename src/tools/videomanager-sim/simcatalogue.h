@@ -9,6 +9,9 @@ struct SimTitle
 {
     QString name;
     double length = 0; // seconds
+    // The media file the real video manager plays; empty for none. (The default
+    // initializer lets titles be written as {name, length}.)
+    QString file = {};
 };
 
 struct SimPart

@@ -2,6 +2,7 @@
 
 #include "cataloguewriter.h"
 #include "devicepath.h"
+#include "messagetext.h"
 #include "messaging/messagecatalogue.h"
 #include "messaging/messagedata.h"
 #include "messaging/messagereader.h"
@@ -386,14 +387,7 @@ void VideoManagerSimulator::sendRaw(const QString &channel, const QString &messa
 void VideoManagerSimulator::log(const QString &direction, const QString &channel, const QString &message,
                                 const QByteArray &data, const QString &remark)
 {
-    QString line = direction + QLatin1Char(' ') + channel + QLatin1Char(' ') + message;
-    const MessageEntry *entry = findMessage(channel, message);
-    const QString arguments = entry ? describeArguments(*entry, data) : QString::fromLatin1(data.toHex(' '));
-    if (!arguments.isEmpty())
-        line += QLatin1Char(' ') + arguments;
-    if (!remark.isEmpty())
-        line += QLatin1String(" (") + remark + QLatin1Char(')');
-    emit logLine(line);
+    emit logLine(messageLogLine(direction, channel, message, data, remark));
 }
 
 void VideoManagerSimulator::note(const QString &text)

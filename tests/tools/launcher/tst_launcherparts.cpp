@@ -8,7 +8,9 @@
 #include "launcherscreen.h"
 #include "screencompositor.h"
 #include "testenvironment.h"
+#include "testpicture.h"
 #include "videofeed.h"
+#include "videoplanewriter.h"
 #include "windowmanager.h"
 
 #include "messaging/vodmessages.h"
@@ -16,9 +18,11 @@
 #include <QApplication>
 #include <QDialog>
 #include <QKeyEvent>
+#include <QPainter>
 #include <QtTest>
 
 #include <memory>
+#include <unistd.h>
 
 namespace {
 
@@ -62,6 +66,7 @@ private slots:
     void ownedPopUpShownFirstStaysOnTop();
     void videoFeedFollowsTheWire_data();
     void videoFeedFollowsTheWire();
+    void videoPlaneFillsTheVideoWindow();
 };
 
 
@@ -242,6 +247,47 @@ void tst_LauncherParts::videoFeedFollowsTheWire()
     deliver(channel, message, data);
     QCOMPARE(feed.window(), window);
     QCOMPARE(feed.seconds(), seconds);
+}
+
+// A video manager's frames fill the window the module asked for, scaled; a
+// plane without a picture is black, and without a plane the test picture is back.
+void tst_LauncherParts::videoPlaneFillsTheVideoWindow()
+{
+    constexpr QRgb left = 0xff20c040;
+    constexpr QRgb right = 0xffc02080;
+    const QString name = QStringLiteral("/tst-launcherparts-%1").arg(getpid());
+    auto writer = std::make_unique<VideoPlaneWriter>(name);
+    QString error;
+    QVERIFY2(writer->open(&error), qPrintable(error));
+    QImage picture(4, 2, QImage::Format_RGB32);
+    picture.fill(left);
+    for (int y = 0; y < 2; ++y)
+        for (int x = 2; x < 4; ++x)
+            picture.setPixel(x, y, right);
+    QVERIFY(writer->write(picture.constBits(), 4, 2, int(picture.bytesPerLine())));
+
+    LauncherScreen screen;
+    screen.setFrameHooks(FrameHooks(&videophone_soft_keys, &videophone_listen));
+    screen.watchVideoPlane(name);
+    screen.show();
+    const QRect video(8, 39, 256, 194);
+    deliver(VodChannel::VideoManager, VodMessage::ChangeVodWindow, QByteArray::fromHex("0000000800000027" "00000100000000c2"));
+    QCOMPARE(screen.compositor()->videoFeed()->window(), video);
+
+    QImage shot = screen.screenImage();
+    QCOMPARE(shot.pixel(video.left(), video.top()), left);
+    QCOMPARE(shot.pixel(video.left() + 63, video.center().y()), left);
+    QCOMPARE(shot.pixel(video.right() - 63, video.center().y()), right);
+    QCOMPARE(shot.pixel(video.right(), video.bottom()), right);
+    QVERIFY(shot.pixel(video.right() + 1, video.center().y()) != right);
+
+    writer->clear();
+    QCOMPARE(screen.screenImage().pixel(video.center()), 0xff000000u);
+    writer.reset();
+    QImage reference(shot.size(), QImage::Format_ARGB32_Premultiplied);
+    QPainter painter(&reference);
+    TestPicture::paint(&painter, video, 0);
+    QCOMPARE(screen.screenImage().pixel(video.center()), reference.pixel(video.center()));
 }
 
 QTEST_MAIN(tst_LauncherParts)

@@ -1,0 +1,88 @@
+#pragma once
+
+#include "videomanageroptions.h"
+
+#include <QByteArray>
+#include <QObject>
+#include <QString>
+
+#include <cstdint>
+#include <memory>
+
+class MediaPipeline;
+class QTimer;
+class VideoPlaneWriter;
+
+// The module's video manager: listens on "QPE/VideoManager" and
+// "QPE/CallManager" and plays what is asked for with GStreamer, the VOD titles
+// from their files, the push broadcast from the network, its pictures into the
+// video plane. Answers go out on "QPE/VideoApplication" and
+// "QPE/PushApplication" as the simulated video manager gives them, with the
+// real durations and positions.
+class VideoManager : public QObject
+{
+    Q_OBJECT
+
+public:
+    // Failure codes of "setupFailVod(int)", "startFailVod(int)" and "error(int)".
+    enum FailureCode { NoContentSetUp = 1, NoSuchTitle = 2, NoMediaFile = 3, MediaError = 4 };
+
+    // The first float of "setupOKVod(...)"; the second is this plus the duration.
+    static constexpr float SetupStartMark = 100.0f;
+
+    VideoManager(const VideoManagerOptions &options, VideoPlaneWriter *plane, QObject *parent = nullptr);
+    ~VideoManager() override;
+
+signals:
+    // One readable line per message received ("<- "), sent ("-> ") or event ("-- ").
+    void logLine(const QString &line);
+
+private:
+    enum class Vod { None, SettingUp, Ready, Playing, Paused };
+
+    void onVideoManager(const QString &message, const QByteArray &data);
+    void onCallManager(const QString &message, const QByteArray &data);
+    bool answerPush(const QString &message); // false: no push request
+    void answerVod(const QString &message, const QByteArray &data);
+
+    void setupVod(int number);
+    void vodSettled();
+    void startVod(const QString &position);
+    void pauseVod();
+    void resumeVod(const QString &position);
+    void seekVod(const QString &message, const QString &position);
+    void vodFinished();
+    void vodFailed(const QString &why);
+    void vodTick();
+    void closeVod();
+
+    void playPush();
+    void pushTick();
+    void pushSilent();
+    void closePush();
+
+    void retire(std::unique_ptr<MediaPipeline> pipeline);
+    void writeCatalogue(const QString &file, const QByteArray &bytes, const char *announce, const QString &what);
+    void send(const char *channel, const char *message, const QByteArray &data = QByteArray());
+    void log(const QString &direction, const QString &channel, const QString &message, const QByteArray &data,
+             const QString &remark = QString());
+    void note(const QString &text);
+
+    VideoManagerOptions settings;
+    VideoPlaneWriter *plane;
+    double volume = 1.0;
+    int selectedGroup = 0;
+    int selectedPart = 0;
+
+    std::unique_ptr<MediaPipeline> vod;
+    Vod vodState = Vod::None;
+    int setupNumber = 0;
+    bool vodSeeking = false;
+    QTimer *vodTicker;
+
+    std::unique_ptr<MediaPipeline> push;
+    QTimer *pushTicker;
+    std::uint64_t pushFrames = 0; // frames seen at the last report
+    int pushSeconds = 0;
+    bool pushEnded = false;
+};
