@@ -9,6 +9,8 @@
 #include <QTemporaryDir>
 #include <QtTest>
 
+#include "e2eprograms.h"
+
 #include <memory>
 
 // The launcher and the simulated video manager as separate programs on one
@@ -21,116 +23,6 @@ namespace {
 
 // The simulator's one second lasts 50 ms.
 const QString TimeScale = QStringLiteral("0.05");
-
-// A program whose output is collected line by line as it comes.
-class Program : public QObject
-{
-public:
-    Program(const QString &name, const QString &path, const QStringList &arguments, const QProcessEnvironment &env)
-        : name(name)
-    {
-        process.setProcessEnvironment(env);
-        connect(&process, &QProcess::readyReadStandardOutput, this,
-                [this] { take(process.readAllStandardOutput(), outPart, out); });
-        connect(&process, &QProcess::readyReadStandardError, this,
-                [this] { take(process.readAllStandardError(), errPart, err); });
-        process.start(path, arguments);
-    }
-    ~Program() override
-    {
-        if (process.state() != QProcess::NotRunning) {
-            process.kill();
-            process.waitForFinished(5000);
-        }
-    }
-
-    void write(const QByteArray &text) { process.write(text); }
-    void closeInput() { process.closeWriteChannel(); }
-    bool running() const { return process.state() != QProcess::NotRunning; }
-    int exitCode() const { return process.exitCode(); }
-    QProcess::ExitStatus exitStatus() const { return process.exitStatus(); }
-
-    QString dump() const
-    {
-        return QStringLiteral("--- %1 stdout:\n%2\n--- %1 stderr:\n%3\n")
-            .arg(name, out.join(QLatin1Char('\n')), err.join(QLatin1Char('\n')));
-    }
-
-    QString name;
-    QProcess process;
-    QStringList out;
-    QStringList err;
-
-private:
-    static void take(const QByteArray &bytes, QByteArray &part, QStringList &lines)
-    {
-        part += bytes;
-        qsizetype end;
-        while ((end = part.indexOf('\n')) >= 0) {
-            lines << QString::fromUtf8(part.left(end));
-            part.remove(0, end + 1);
-        }
-    }
-
-    QByteArray outPart;
-    QByteArray errPart;
-};
-
-// Every signal of the module's interface on the bus, in the bus's order, as
-// "path member hex".
-class BusWatch : public QObject
-{
-    Q_OBJECT
-
-public:
-    explicit BusWatch(QDBusConnection bus) : bus(bus)
-    {
-        // QDBusConnection offers only the string form of the slot.
-        ok = bus.connect(QString(), QString(), QStringLiteral("com.trolltech.qtopia"), QString(), this,
-                         SLOT(seen(QDBusMessage)));
-    }
-    ~BusWatch() override
-    {
-        bus.disconnect(QString(), QString(), QStringLiteral("com.trolltech.qtopia"), QString(), this,
-                       SLOT(seen(QDBusMessage)));
-    }
-
-    bool ok = false;
-    QStringList lines;
-
-private slots:
-    void seen(const QDBusMessage &message)
-    {
-        QString line = message.path().section(QLatin1Char('/'), -1) + QLatin1Char(' ') + message.member();
-        if (!message.arguments().isEmpty() && !message.arguments().constFirst().toByteArray().isEmpty())
-            line += QLatin1Char(' ') + QString::fromLatin1(message.arguments().constFirst().toByteArray().toHex());
-        lines << line;
-    }
-
-private:
-    QDBusConnection bus;
-};
-
-// The index of the first line from `from` on that matches, waiting for it; -1
-// when none came in time.
-qsizetype waitForLine(const QStringList &lines, const QString &pattern, qsizetype from = 0, int timeoutMs = 10000)
-{
-    const QRegularExpression re(pattern);
-    QDeadlineTimer deadline(timeoutMs);
-    for (;;) {
-        for (qsizetype i = from; i < lines.size(); ++i)
-            if (re.match(lines.at(i)).hasMatch())
-                return i;
-        if (deadline.hasExpired())
-            return -1;
-        QTest::qWait(10);
-    }
-}
-
-qsizetype countLines(const QStringList &lines, const QString &pattern)
-{
-    return lines.filter(QRegularExpression(pattern)).size();
-}
 
 } // namespace
 
@@ -166,11 +58,6 @@ private:
     std::unique_ptr<Program> launcher;
     std::unique_ptr<Program> monitor;
 };
-
-// A failed test shows every program's output (cleanup()).
-#define WAIT_LINE(index, lines, pattern, from, timeout)                                                        \
-    const qsizetype index = waitForLine(lines, pattern, from, timeout);                                         \
-    QVERIFY2(index >= 0, qPrintable(QStringLiteral("no line matching %1").arg(pattern)))
 
 #define SETTLE(member) QVERIFY2(handled(QStringLiteral(member)), member " not seen on the bus or not handled")
 
@@ -256,25 +143,7 @@ void tst_DBusRoads::startLauncher(const QStringList &options)
 
 bool tst_DBusRoads::settle()
 {
-    // A message the module's transport refuses (a text where it takes a byte
-    // array) has no effect but a warning, which tells that everything before it
-    // has been handled: the transport hands each message to its handlers before
-    // it takes the next.
-    const QString refused = QStringLiteral("ignored \"?e2eProbe\\(\\)\"?");
-    const qsizetype before = countLines(launcher->err, refused);
-    QDBusMessage probe = QDBusMessage::createSignal(QStringLiteral("/com/trolltech/qtopia/QPE_2FVideoApplication"),
-                                                    QStringLiteral("com.trolltech.qtopia"),
-                                                    QStringLiteral("e2eProbe_28_29"));
-    probe << QStringLiteral("probe");
-    if (!QDBusConnection::sessionBus().send(probe))
-        return false;
-    QDeadlineTimer deadline(10000);
-    while (countLines(launcher->err, refused) == before) {
-        if (deadline.hasExpired())
-            return false;
-        QTest::qWait(10);
-    }
-    return true;
+    return launcherSettled(*launcher);
 }
 
 bool tst_DBusRoads::handled(const QString &member)

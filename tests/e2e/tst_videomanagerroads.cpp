@@ -11,6 +11,8 @@
 #include <QtEndian>
 #include <QtTest>
 
+#include "e2eprograms.h"
+
 #include <arpa/inet.h>
 #include <netinet/in.h>
 #include <sys/socket.h>
@@ -27,24 +29,11 @@
 // LAUNCHER_PATH, VIDEOMANAGER_PATH, BROADCAST_SCRIPT, GST_LAUNCH and GST_INSPECT
 // come from the build.
 
-#if defined(__SANITIZE_ADDRESS__)
-#define VOD_ASAN 1
-#elif defined(__has_feature)
-#if __has_feature(address_sanitizer)
-#define VOD_ASAN 1
-#endif
-#endif
-
 namespace {
 
-#ifdef VOD_ASAN
-// Our programs run several times slower; GStreamer's threads do not.
-constexpr int Slowness = 4;
-constexpr double Jitter = 0.5;
-#else
-constexpr int Slowness = 1;
-constexpr double Jitter = 0.25;
-#endif
+// Our programs run several times slower in the sanitizers' build; GStreamer's
+// threads do not.
+constexpr double Jitter = E2ESlowness > 1 ? 0.5 : 0.25;
 
 // The clip: five seconds of one colour, 64 x 48, far smaller than any video
 // window, so that only a picture scaled to the window fills it.
@@ -82,124 +71,6 @@ int freeUdpPort()
         port = ntohs(address.sin_port);
     close(fd);
     return port;
-}
-
-// A program whose output is collected line by line as it comes; asked to end
-// (SIGTERM) when the test is done with it.
-class Program : public QObject
-{
-public:
-    Program(const QString &name, const QString &path, const QStringList &arguments, const QProcessEnvironment &env)
-        : name(name)
-    {
-        process.setProcessEnvironment(env);
-        connect(&process, &QProcess::readyReadStandardOutput, this,
-                [this] { take(process.readAllStandardOutput(), outPart, out); });
-        connect(&process, &QProcess::readyReadStandardError, this,
-                [this] { take(process.readAllStandardError(), errPart, err); });
-        process.start(path, arguments);
-    }
-    ~Program() override { stop(); }
-
-    // Ends the program as a signal does; true if it ended by itself with code 0.
-    bool stop()
-    {
-        if (process.state() == QProcess::NotRunning)
-            return process.exitStatus() == QProcess::NormalExit && process.exitCode() == 0;
-        process.terminate();
-        if (!process.waitForFinished(10000 * Slowness)) {
-            process.kill();
-            process.waitForFinished(5000);
-            return false;
-        }
-        return process.exitStatus() == QProcess::NormalExit && process.exitCode() == 0;
-    }
-    void write(const QByteArray &text) { process.write(text); }
-    void closeInput() { process.closeWriteChannel(); }
-    bool running() const { return process.state() != QProcess::NotRunning; }
-    int exitCode() const { return process.exitCode(); }
-
-    QString dump() const
-    {
-        return QStringLiteral("--- %1 stdout:\n%2\n--- %1 stderr:\n%3\n")
-            .arg(name, out.join(QLatin1Char('\n')), err.join(QLatin1Char('\n')));
-    }
-
-    QString name;
-    QProcess process;
-    QStringList out;
-    QStringList err;
-
-private:
-    static void take(const QByteArray &bytes, QByteArray &part, QStringList &lines)
-    {
-        part += bytes;
-        qsizetype end;
-        while ((end = part.indexOf('\n')) >= 0) {
-            lines << QString::fromUtf8(part.left(end));
-            part.remove(0, end + 1);
-        }
-    }
-
-    QByteArray outPart;
-    QByteArray errPart;
-};
-
-// Every signal of the module's interface on the bus as "path member hex", and
-// when it was seen.
-class BusWatch : public QObject
-{
-    Q_OBJECT
-
-public:
-    explicit BusWatch(QDBusConnection bus) : bus(bus)
-    {
-        clock.start();
-        // QDBusConnection offers only the string form of the slot.
-        ok = bus.connect(QString(), QString(), QStringLiteral("com.trolltech.qtopia"), QString(), this,
-                         SLOT(seen(QDBusMessage)));
-    }
-    ~BusWatch() override
-    {
-        bus.disconnect(QString(), QString(), QStringLiteral("com.trolltech.qtopia"), QString(), this,
-                       SLOT(seen(QDBusMessage)));
-    }
-
-    bool ok = false;
-    QStringList lines;
-    QList<qint64> times; // milliseconds, one per line
-    QList<QByteArray> data;
-
-private slots:
-    void seen(const QDBusMessage &message)
-    {
-        const QByteArray bytes =
-            message.arguments().isEmpty() ? QByteArray() : message.arguments().constFirst().toByteArray();
-        QString line = message.path().section(QLatin1Char('/'), -1) + QLatin1Char(' ') + message.member();
-        if (!bytes.isEmpty())
-            line += QLatin1Char(' ') + QString::fromLatin1(bytes.toHex());
-        lines << line;
-        times << clock.elapsed();
-        data << bytes;
-    }
-
-private:
-    QDBusConnection bus;
-    QElapsedTimer clock;
-};
-
-qsizetype waitForLine(const QStringList &lines, const QString &pattern, qsizetype from = 0, int timeoutMs = 10000)
-{
-    const QRegularExpression re(pattern);
-    QDeadlineTimer deadline(timeoutMs * Slowness);
-    for (;;) {
-        for (qsizetype i = from; i < lines.size(); ++i)
-            if (re.match(lines.at(i)).hasMatch())
-                return i;
-        if (deadline.hasExpired())
-            return -1;
-        QTest::qWait(10);
-    }
 }
 
 const QString VodTime = QStringLiteral("^QPE_2FVideoApplication currentTime_28float_29 ");
@@ -240,10 +111,6 @@ private:
     std::unique_ptr<Program> launcher;
     std::unique_ptr<Program> sender;
 };
-
-#define WAIT_LINE(index, lines, pattern, from, timeout)                                                        \
-    const qsizetype index = waitForLine(lines, pattern, from, timeout);                                         \
-    QVERIFY2(index >= 0, qPrintable(QStringLiteral("no line matching %1").arg(pattern)))
 
 void tst_VideoManagerRoads::initTestCase()
 {
@@ -364,23 +231,7 @@ void tst_VideoManagerRoads::startSender()
 
 bool tst_VideoManagerRoads::settle()
 {
-    // A message the module's transport refuses tells, once refused, that
-    // everything the bus carried before it has been handled.
-    const QRegularExpression refused(QStringLiteral("ignored \"?e2eProbe\\(\\)\"?"));
-    const qsizetype before = launcher->err.filter(refused).size();
-    QDBusMessage probe = QDBusMessage::createSignal(QStringLiteral("/com/trolltech/qtopia/QPE_2FVideoApplication"),
-                                                    QStringLiteral("com.trolltech.qtopia"),
-                                                    QStringLiteral("e2eProbe_28_29"));
-    probe << QStringLiteral("probe");
-    if (!QDBusConnection::sessionBus().send(probe))
-        return false;
-    QDeadlineTimer deadline(10000 * Slowness);
-    while (launcher->err.filter(refused).size() == before) {
-        if (deadline.hasExpired())
-            return false;
-        QTest::qWait(10);
-    }
-    return true;
+    return launcherSettled(*launcher);
 }
 
 bool tst_VideoManagerRoads::playClip()
@@ -446,7 +297,7 @@ void tst_VideoManagerRoads::vodRoad()
     WAIT_LINE(stop, launcher->out, QStringLiteral("^QPE/VideoManager stopVod\\(\\)$"), 0, 5000);
 
     launcher->closeInput();
-    QTRY_VERIFY_WITH_TIMEOUT(!launcher->running(), 10000 * Slowness);
+    QTRY_VERIFY_WITH_TIMEOUT(!launcher->running(), 10000 * E2ESlowness);
     QCOMPARE(launcher->exitCode(), 0);
 }
 
@@ -482,9 +333,9 @@ void tst_VideoManagerRoads::pushRoad()
     sinceStop.start();
     WAIT_LINE(end, bus->lines, QStringLiteral("^QPE_2FPushApplication endOKMulticastPush_28_29$"), again, 10000);
     // One second of silence (--push-timeout) ends it, not the viewer's 30-second watchdog.
-    QVERIFY2(sinceStop.elapsed() < 5000 * Slowness, qPrintable(QString::number(sinceStop.elapsed())));
+    QVERIFY2(sinceStop.elapsed() < 5000 * E2ESlowness, qPrintable(QString::number(sinceStop.elapsed())));
     WAIT_LINE(stop, launcher->out, QStringLiteral("^QPE/VideoManager stopMulticastPush\\(\\)$"), 0, 5000);
-    QTRY_VERIFY_WITH_TIMEOUT(!launcher->running(), 10000 * Slowness);
+    QTRY_VERIFY_WITH_TIMEOUT(!launcher->running(), 10000 * E2ESlowness);
     QCOMPARE(launcher->exitCode(), 0);
 }
 
@@ -551,7 +402,7 @@ void tst_VideoManagerRoads::picture()
     }
     QVERIFY(settle());
     launcher->closeInput();
-    QTRY_VERIFY_WITH_TIMEOUT(!launcher->running(), 10000 * Slowness);
+    QTRY_VERIFY_WITH_TIMEOUT(!launcher->running(), 10000 * E2ESlowness);
     QCOMPARE(launcher->exitCode(), 0);
 
     const QImage image(shot);
