@@ -17,7 +17,7 @@
 // D-Bus session bus (the test runs under dbus-run-session). Keys go to the
 // launcher's standard input; what happens is read from the launcher's trace
 // (every message the module sends), the simulator's log and the bus itself.
-// LAUNCHER_PATH, SIMULATOR_PATH, DBUS_SEND and DBUS_MONITOR come from the build.
+// LAUNCHER_PATH and SIMULATOR_PATH come from the build.
 
 namespace {
 
@@ -36,9 +36,7 @@ private slots:
     void cleanup();
 
     void pushRoad();
-    void pushSetupFailure();
     void vodRoad();
-    void nonQtPeer();
 
 private:
     QProcessEnvironment environment() const;
@@ -56,7 +54,6 @@ private:
     std::unique_ptr<BusWatch> bus;
     std::unique_ptr<Program> simulator;
     std::unique_ptr<Program> launcher;
-    std::unique_ptr<Program> monitor;
 };
 
 #define SETTLE(member) QVERIFY2(handled(QStringLiteral(member)), member " not seen on the bus or not handled")
@@ -94,7 +91,6 @@ void tst_DBusRoads::cleanup()
         qInfo().noquote() << dumps();
     launcher.reset();
     simulator.reset();
-    monitor.reset();
     bus.reset();
 }
 
@@ -114,7 +110,7 @@ QProcessEnvironment tst_DBusRoads::environment() const
 QString tst_DBusRoads::dumps() const
 {
     QString text;
-    for (const Program *p : {launcher.get(), simulator.get(), monitor.get()})
+    for (const Program *p : {launcher.get(), simulator.get()})
         if (p)
             text += p->dump();
     if (bus)
@@ -192,18 +188,6 @@ void tst_DBusRoads::pushRoad()
     qInfo("push road: %lld ms", qint64(clock.elapsed()));
 }
 
-// The broadcast cannot start: after the warning the viewer closes and the launcher ends.
-void tst_DBusRoads::pushSetupFailure()
-{
-    QVERIFY(startSimulator({QStringLiteral("--fail-setup-push"), QStringLiteral("4")}));
-    startLauncher({});
-    QTRY_VERIFY_WITH_TIMEOUT(!launcher->running(), 10000);
-    QCOMPARE(launcher->exitCode(), 0);
-    QCOMPARE(launcher->out, (QStringList{QStringLiteral("QPE/VideoApplication hideVodFullScreen()"),
-                                          QStringLiteral("QPE/VideoManager pushAppExecuted()"),
-                                          QStringLiteral("QPE/VideoApplication showVodFullScreen()")}));
-    QCOMPARE(simulator->out.filter(QStringLiteral("-> QPE/PushApplication setupFailPush(int) 4")).size(), 1);
-}
 
 // Three levels down, set up, play, pause, resume, seek, stop; the browser is
 // back at the titles (two Backs reach the groups, which are asked for again).
@@ -267,50 +251,6 @@ void tst_DBusRoads::vodRoad()
     qInfo("VOD road: %lld ms", qint64(clock.elapsed()));
 }
 
-// A peer that is not Qt: dbus-send starts the broadcast, dbus-monitor sees the
-// module answer in the designed order.
-void tst_DBusRoads::nonQtPeer()
-{
-    monitor = std::make_unique<Program>(
-        QStringLiteral("dbus-monitor"), QStringLiteral(DBUS_MONITOR),
-        QStringList{QStringLiteral("--session"), QStringLiteral("type='signal',interface='com.trolltech.qtopia'")},
-        environment());
-    startLauncher({});
-    // Once the monitor shows the view's first request, the view listens and the monitor watches.
-    WAIT_LINE(announced, monitor->out, QStringLiteral("member=pushAppExecuted_28_29$"), 0, 10000);
-
-    QProcess send;
-    send.start(QStringLiteral(DBUS_SEND),
-               {QStringLiteral("--session"), QStringLiteral("--type=signal"),
-                QStringLiteral("/com/trolltech/qtopia/QPE_2FPushApplication"),
-                QStringLiteral("com.trolltech.qtopia.startPush_28_29"), QStringLiteral("array:byte:")});
-    QVERIFY(send.waitForFinished(5000));
-    QCOMPARE(send.exitCode(), 0);
-
-    WAIT_LINE(last, monitor->out, QStringLiteral("QPE_2FVideoApplication; .*member=hideVodFullScreen_28_29$"),
-              announced + 1, 10000);
-    QStringList signals_;
-    for (const QString &line : monitor->out.mid(announced + 1, last - announced)) {
-        static const QRegularExpression signal(QStringLiteral("^signal .* path=/com/trolltech/qtopia/(\\S+); "
-                                                              "interface=com.trolltech.qtopia; member=(\\S+)$"));
-        const QRegularExpressionMatch m = signal.match(line);
-        if (m.hasMatch())
-            signals_ << m.captured(1) + QLatin1Char(' ') + m.captured(2);
-        else if (line.trimmed().contains(QRegularExpression(QStringLiteral("^([0-9a-f]{2} )*[0-9a-f]{2}$"))))
-            signals_.last() += QLatin1Char(' ') + line.trimmed();
-    }
-    QCOMPARE(signals_, (QStringList{
-                           QStringLiteral("QPE_2FPushApplication startPush_28_29"),
-                           QStringLiteral("QPE_2FVideoApplication startVideoPushApp_28_29"),
-                           QStringLiteral("QPE_2FVideoManager playPush_28QString_29 00 00 00 04 30 2e 30 00"),
-                           QStringLiteral("QPE_2FCallManager setVolume_5Fvod_28int_29 00 00 00 00"),
-                           QStringLiteral("QPE_2FVideoApplication hideVodFullScreen_28_29"),
-                       }));
-
-    launcher->closeInput();
-    QTRY_VERIFY_WITH_TIMEOUT(!launcher->running(), 10000);
-    QCOMPARE(launcher->exitCode(), 0);
-}
 
 QTEST_GUILESS_MAIN(tst_DBusRoads)
 #include "tst_dbusroads.moc"

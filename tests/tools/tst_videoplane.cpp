@@ -23,11 +23,8 @@ private slots:
 
     void framesArriveWhole_data();
     void framesArriveWhole();
-    void planeGoesWithItsWriter();
     void crashedWriterLeavesNoPlane();
-    void liveWriterKeepsItsName();
     void nonsenseSizesAreNoPicture();
-    void nameFollowsTheDeviceRoot();
 
 private:
     // One name for this test's process and the children it forks.
@@ -55,8 +52,6 @@ void tst_VideoPlane::framesArriveWhole_data()
     QTest::addColumn<int>("stride");
     QTest::newRow("packed rows") << 64 << 48 << 256;
     QTest::newRow("padded rows") << 3 << 2 << 32;
-    QTest::newRow("largest") << VideoPlaneLayout::MaxWidth << VideoPlaneLayout::MaxHeight
-                             << VideoPlaneLayout::MaxWidth * 4;
 }
 
 void tst_VideoPlane::framesArriveWhole()
@@ -83,20 +78,6 @@ void tst_VideoPlane::framesArriveWhole()
     QCOMPARE(*reader.frame(), frame.copy(0, 0, width, height));
 }
 
-void tst_VideoPlane::planeGoesWithItsWriter()
-{
-    VideoPlaneReader reader(name());
-    QVERIFY(!reader.frame());
-    QCOMPARE(reader.sequence(), 0u);
-    auto writer = std::make_unique<VideoPlaneWriter>(name());
-    QString error;
-    QVERIFY2(writer->open(&error), qPrintable(error));
-    QVERIFY(reader.frame());
-    writer.reset();
-    QVERIFY(!reader.frame());
-    // Nothing is left behind.
-    QCOMPARE(shm_open(name().toLocal8Bit().constData(), O_RDONLY, 0), -1);
-}
 
 void tst_VideoPlane::crashedWriterLeavesNoPlane()
 {
@@ -125,36 +106,6 @@ void tst_VideoPlane::crashedWriterLeavesNoPlane()
     QVERIFY(reader.frame());
 }
 
-void tst_VideoPlane::liveWriterKeepsItsName()
-{
-    int ready[2];
-    QCOMPARE(pipe(ready), 0);
-    const pid_t child = fork();
-    QVERIFY(child >= 0);
-    if (child == 0) {
-        close(ready[0]);
-        VideoPlaneWriter writer(name());
-        QString error;
-        const char opened = writer.open(&error) ? 1 : 0;
-        [[maybe_unused]] const ssize_t told = write(ready[1], &opened, 1);
-        // Holds the plane until the parent ends it.
-        for (;;)
-            pause();
-    }
-    close(ready[1]);
-    char opened = 0;
-    QCOMPARE(read(ready[0], &opened, 1), ssize_t(1));
-    QCOMPARE(opened, char(1));
-
-    VideoPlaneWriter second(name());
-    QString error;
-    const bool taken = second.open(&error);
-    kill(child, SIGKILL);
-    waitpid(child, nullptr, 0);
-    close(ready[0]);
-    QVERIFY(!taken);
-    QVERIFY2(error.contains(QString::number(child)), qPrintable(error));
-}
 
 void tst_VideoPlane::nonsenseSizesAreNoPicture()
 {
@@ -179,20 +130,6 @@ void tst_VideoPlane::nonsenseSizesAreNoPicture()
     munmap(map, VideoPlaneLayout::TotalSize);
 }
 
-void tst_VideoPlane::nameFollowsTheDeviceRoot()
-{
-    qunsetenv("QPE_VIDEO_PLANE");
-    qputenv("QPE_ROOT", "/tmp/one");
-    const QString one = VideoPlaneLayout::nameFromEnvironment();
-    qputenv("QPE_ROOT", "/tmp/two");
-    const QString two = VideoPlaneLayout::nameFromEnvironment();
-    QVERIFY(one != two);
-    QVERIFY(one.startsWith(QLatin1Char('/')) && one.indexOf(QLatin1Char('/'), 1) < 0);
-    qputenv("QPE_VIDEO_PLANE", "chosen");
-    QCOMPARE(VideoPlaneLayout::nameFromEnvironment(), QStringLiteral("/chosen"));
-    qunsetenv("QPE_VIDEO_PLANE");
-    qunsetenv("QPE_ROOT");
-}
 
 QTEST_GUILESS_MAIN(tst_VideoPlane)
 #include "tst_videoplane.moc"
