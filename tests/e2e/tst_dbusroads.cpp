@@ -14,7 +14,9 @@
 #include <memory>
 
 // The launcher and the simulated video manager as separate programs on one
-// D-Bus session bus (the test runs under dbus-run-session). Keys go to the
+// D-Bus session bus (the test runs under dbus-run-session): the road that
+// README's main job walks without GStreamer. The broadcast over D-Bus is the
+// real video manager's road. Keys go to the
 // launcher's standard input; what happens is read from the launcher's trace
 // (every message the module sends), the simulator's log and the bus itself.
 // LAUNCHER_PATH and SIMULATOR_PATH come from the build.
@@ -35,7 +37,6 @@ private slots:
     void init();
     void cleanup();
 
-    void pushRoad();
     void vodRoad();
 
 private:
@@ -149,44 +150,6 @@ bool tst_DBusRoads::handled(const QString &member)
         && settle();
 }
 
-// Start, a call that pauses and resumes the broadcast, and Back, which ends it:
-// the window closes and the launcher ends by itself.
-void tst_DBusRoads::pushRoad()
-{
-    QElapsedTimer clock;
-    clock.start();
-    QVERIFY(startSimulator({QStringLiteral("--call-at"), QStringLiteral("3"), QStringLiteral("--call-length"),
-                            QStringLiteral("2")}));
-    startLauncher({});
-
-    WAIT_LINE(resumed, launcher->out, QStringLiteral("^QPE/VideoManager resumePush\\(\\)$"), 0, 10000);
-    const QStringList expected{
-        QStringLiteral("QPE/VideoApplication hideVodFullScreen()"),
-        QStringLiteral("QPE/VideoManager pushAppExecuted()"),
-        QStringLiteral("QPE/VideoApplication startVideoPushApp()"),
-        QStringLiteral("QPE/VideoManager playPush(QString) 00000004302e3000"),
-        QStringLiteral("QPE/CallManager setVolume_vod(int) 00000000"),
-        QStringLiteral("QPE/VideoApplication hideVodFullScreen()"),
-        QStringLiteral("QPE/VideoManager pausePush()"),
-        QStringLiteral("QPE/VideoManager resumePush()"),
-    };
-    QCOMPARE(launcher->out.mid(0, resumed + 1), expected);
-    // The pause answers the call, the resume its end.
-    WAIT_LINE(call, simulator->out, QStringLiteral("-> QPE/PushApplication startcall\\(\\)"), 0, 5000);
-    WAIT_LINE(pause, simulator->out, QStringLiteral("<- QPE/VideoManager pausePush\\(\\)"), call, 5000);
-    WAIT_LINE(callEnd, simulator->out, QStringLiteral("-> QPE/PushApplication stopcall\\(\\)"), pause, 5000);
-    WAIT_LINE(resume, simulator->out, QStringLiteral("<- QPE/VideoManager resumePush\\(\\)"), callEnd, 5000);
-
-    key("Back");
-    QTRY_VERIFY_WITH_TIMEOUT(!launcher->running(), 10000);
-    QCOMPARE(launcher->exitStatus(), QProcess::NormalExit);
-    QCOMPARE(launcher->exitCode(), 0);
-    QCOMPARE(launcher->out.mid(resumed + 1), (QStringList{QStringLiteral("QPE/VideoManager stopUIPush()"),
-                                                           QStringLiteral("QPE/VideoManager stopPush()"),
-                                                           QStringLiteral("QPE/VideoApplication showVodFullScreen()")}));
-    WAIT_LINE(endOK, simulator->out, QStringLiteral("-> QPE/PushApplication endOKPush\\(\\)"), resume, 5000);
-    qInfo("push road: %lld ms", qint64(clock.elapsed()));
-}
 
 
 // Three levels down, set up, play, pause, resume, seek, stop; the browser is

@@ -31,9 +31,9 @@
 
 namespace {
 
-// Our programs run several times slower in the sanitizers' build; GStreamer's
-// threads do not.
-constexpr double Jitter = E2ESlowness > 1 ? 0.5 : 0.25;
+// How late a message may be seen on a busy machine (the sanitizers' build
+// runs our programs several times slower; GStreamer's threads do not).
+constexpr double Jitter = E2ESlowness > 1 ? 1.0 : 0.5;
 
 // The clip: five seconds of one colour, 64 x 48, far smaller than any video
 // window, so that only a picture scaled to the window fills it.
@@ -280,16 +280,25 @@ void tst_VideoManagerRoads::vodRoad()
     key("Context2");
     WAIT_LINE(seek, bus->lines, QStringLiteral("^QPE_2FVideoManager reverseVod_28QString_29 "), second, 5000);
     QCOMPARE(bus->data.at(seek), QByteArray::fromHex("000000020031")); // "1"
-    WAIT_LINE(after, bus->lines, VodTime, seek, 5000);
-    const double expected = 1.0 + (bus->times.at(after) - bus->times.at(seek)) / 1000.0;
-    const double reported = floatAt(bus->data.at(after), 0);
-    QVERIFY2(qAbs(reported - expected) <= 1.0,
-             qPrintable(QStringLiteral("at %1 s, expected about %2 s").arg(reported).arg(expected)));
+    // The first report from the new place: at 1 s at least, and no further
+    // than the time since the request allows (the seek may take a while).
+    const float before = floatAt(bus->data.at(second), 0);
+    qsizetype after = seek;
+    float reported = before;
+    while (reported >= before) {
+        after = waitForLine(bus->lines, VodTime, after + 1, 5000);
+        QVERIFY2(after >= 0, "no report from the new place");
+        reported = floatAt(bus->data.at(after), 0);
+    }
+    const double latest = 1.0 + (bus->times.at(after) - bus->times.at(seek)) / 1000.0;
+    QVERIFY2(reported >= 1.0 - Jitter && reported <= latest + Jitter,
+             qPrintable(QStringLiteral("at %1 s, at most %2 s expected").arg(reported).arg(latest)));
 
     // The rest of the clip plays in real time, then the end comes by itself.
     WAIT_LINE(end, bus->lines, QStringLiteral("^QPE_2FVideoApplication endOKVod_28_29$"), after, 10000);
     const double rest = (bus->times.at(end) - bus->times.at(seek)) / 1000.0;
-    QVERIFY2(qAbs(rest - (ClipSeconds - 1.0)) <= 1.0, qPrintable(QString::number(rest)));
+    QVERIFY2(rest >= ClipSeconds - 1.0 - Jitter && rest <= ClipSeconds - 1.0 + 2 * Jitter,
+             qPrintable(QString::number(rest)));
     // The video manager found the end itself: no stop had reached it.
     WAIT_LINE(ended, manager->out, QStringLiteral("-- end of the title$"), 0, 5000);
     QCOMPARE(manager->out.mid(0, ended).filter(QStringLiteral("<- QPE/VideoManager stopVod()")).size(), 0);

@@ -170,8 +170,6 @@ private slots:
     void catalogueCostsStayLinear_data();
     void catalogueCostsStayLinear();
     void unchangedCatalogueIsNotReadAgain();
-    void deadBroadcastCanBeLeft_data();
-    void deadBroadcastCanBeLeft();
     void handedBackViewStaysClosed_data();
     void handedBackViewStaysClosed();
     void nothingGrows_data();
@@ -448,42 +446,7 @@ void tst_Hostile::unchangedCatalogueIsNotReadAgain()
     QCOMPARE(browser.listView->count(), 3);
 }
 
-void tst_Hostile::deadBroadcastCanBeLeft_data()
-{
-    QTest::addColumn<int>("key");
-    QTest::addColumn<bool>("full");
-    QTest::newRow("Back") << int(Qt::Key_Back) << false;
-    QTest::newRow("Hangup") << int(Qt::Key_Hangup) << false;
-    QTest::newRow("Back behind the full-screen view") << int(Qt::Key_Back) << true;
-}
 
-// Once the server-loss notice has been shown, a stop key closes the broadcast
-// at once: no "endOKPush()" will ever come.
-void tst_Hostile::deadBroadcastCanBeLeft()
-{
-    QFETCH(int, key);
-    QFETCH(bool, full);
-    TestDisplay display;
-    NoticeWatcher notices;
-    auto *view = new VideoPushView(nullptr, Qt::WindowFlags());
-    view->setAttribute(Qt::WA_DeleteOnClose);
-    const QPointer<VideoPushView> guard(view);
-    deliver(push, QLatin1String(StartPush));
-    QTRY_VERIFY(view->playScreenReady);
-    if (full) {
-        QVERIFY(typeKey(Key_Video4));
-        QVERIFY(view->fullScreenView->isVisible());
-    }
-    QMetaObject::invokeMethod(view->serverWatchdog, "timeout");
-    QCOMPARE(notices.seen.size(), 1);
-    if (full)
-        QTRY_VERIFY(view->fullScreenView->isActiveWindow());
-    QtopiaIpcTransport::clearTraffic();
-    // The full-screen view's Back does nothing; the view's own keys stop.
-    pressKey(view, key);
-    QCOMPARE(sentMessages(), (QStringList{"stopUIPush()", "QPE/VideoApplication showVodFullScreen()"}));
-    QTRY_VERIFY(!guard);
-}
 
 void tst_Hostile::handedBackViewStaysClosed_data()
 {
