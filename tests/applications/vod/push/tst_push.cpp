@@ -7,6 +7,7 @@
 #include "messaging/vodmessages.h"
 #include "noticewatcher.h"
 #include "push/videopushfullview.h"
+#include "player/playscreen.h"
 #include "push/videopushview.h"
 #include "testenvironment.h"
 
@@ -153,6 +154,10 @@ void tst_Push::notifications()
     QCOMPARE(sentMessages(), sent);
     QCOMPARE(view->isVisible(), open);
     QCOMPARE(view->fullScreenView ? int(view->fullScreenView->isVisible()) : -1, fullShown);
+    // Painted, a push player outside a hold offers no play icon.
+    view->playScreen->grab();
+    if (to != VodPlayView::Interrupted)
+        QVERIFY(!view->playScreen->showPlayIcon);
     if (view->fullScreenView) {
         QCOMPARE(view->fullScreenView->screenStatus, to);
         QCOMPARE(view->fullScreenView->volumeRectShown, message == QLatin1String(VodSoundMute));
@@ -228,6 +233,8 @@ void tst_Push::fullScreenViewSwitches()
     // Not before the picture has been placed.
     pressKey(view.get(), Key_Video4);
     QVERIFY(!view->fullScreenView);
+    // The view is only opened while the broadcast plays.
+    QCOMPARE(VideoPushFullView(view.get(), nullptr).screenStatus, VodPlayView::Playing);
     QTRY_VERIFY(view->playScreenReady);
     pressKey(view.get(), Key_Video4);
     VideoPushFullView *full = view->fullScreenView;

@@ -95,6 +95,10 @@ private slots:
     void endGuard();
     void handOverAndBack_data();
     void handOverAndBack();
+    void seekPressesAddUp();
+    void backRefusesOneClose();
+    void awayAndBack_data();
+    void awayAndBack();
     void serverSilence();
     void storedVolume();
 };
@@ -453,6 +457,60 @@ void tst_VodPlayers::handOverAndBack()
     QCOMPARE(rig.small.isMute, false);
     QTRY_COMPARE(sentMessages(),
                  QStringList{QStringLiteral("changeVodWindow(int,int,int,int) 0000000800000027" "00000100000000c2")});
+}
+
+// Seek presses add up until a second after the last one: forward and back
+// cancel out, two forward make ten seconds.
+void tst_VodPlayers::seekPressesAddUp()
+{
+    Rig rig(Small);
+    rig.small.setScreenStatus(VodPlayView::Playing);
+    for (const QList<int> &presses : {QList<int>{Qt::Key_Context1, Qt::Key_Context2},
+                                      QList<int>{Qt::Key_Context1, Qt::Key_Context1}}) {
+        for (int key : presses)
+            pressKey(&rig.small, key);
+        QMetaObject::invokeMethod(rig.small.seekTimer, "timeout");
+    }
+    // 1:01 and ten seconds: "71".
+    QCOMPARE(sentMessages(), QStringList{QStringLiteral("forwardVod(QString) 0000000400370031")});
+}
+
+// Back in the full-screen player refuses the close that the platform makes of
+// it, once; the next close is taken.
+void tst_VodPlayers::backRefusesOneClose()
+{
+    Rig rig(Full);
+    pressKey(rig.player, Qt::Key_Back);
+    rig.player->close();
+    QVERIFY(rig.player->isVisible());
+    rig.player->close();
+    QVERIFY(!rig.player->isVisible());
+}
+
+void tst_VodPlayers::awayAndBack_data()
+{
+    QTest::addColumn<Kind>("kind");
+    QTest::addColumn<QString>("away");
+    QTest::addColumn<QString>("back");
+    for (Kind kind : {Small, Full}) {
+        const char *name = kind == Small ? "small" : "full";
+        QTest::addRow("%s: call", name) << kind << QString(StartCall) << QString(StopCall);
+        QTest::addRow("%s: other screen", name) << kind << QString(HideVodFullScreen) << QString(ShowVodFullScreen);
+    }
+}
+
+// A call or another screen hides the full-screen player, not the small one;
+// their end shows it again.
+void tst_VodPlayers::awayAndBack()
+{
+    QFETCH(Kind, kind);
+    QFETCH(QString, away);
+    QFETCH(QString, back);
+    Rig rig(kind);
+    rig.small.messageHandle(away, QByteArray());
+    QCOMPARE(rig.player->isVisible(), kind == Small);
+    rig.small.messageHandle(back, QByteArray());
+    QVERIFY(rig.player->isVisible());
 }
 
 // Ten seconds without a sign of life: the notice, a stop request, the player closes.
