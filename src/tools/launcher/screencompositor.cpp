@@ -93,7 +93,10 @@ QImage ScreenCompositor::compose() const
             TestPicture::paint(&videoPainter, feed->window(), feed->seconds());
         }
     }
-    QImage image = video;
+    // Where no window is, the display shows its own background: a picture
+    // shows only through a window's clear video area.
+    QImage image(Width, Height, QImage::Format_ARGB32_Premultiplied);
+    image.fill(Qt::black);
     QPainter painter(&image);
 
     const QList<QWidget *> windows = manager->stack();

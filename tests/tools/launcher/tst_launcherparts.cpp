@@ -36,6 +36,18 @@ protected:
     void keyReleaseEvent(QKeyEvent *e) override { keys.append({e->key(), e->modifiers()}); }
 };
 
+// A window whose whole area is a clear video area.
+class ClearWindow : public QWidget
+{
+protected:
+    void paintEvent(QPaintEvent *) override
+    {
+        QPainter painter(this);
+        painter.setCompositionMode(QPainter::CompositionMode_Clear);
+        painter.fillRect(rect(), Qt::transparent);
+    }
+};
+
 std::unique_ptr<QDialog> colouredWindow(QRgb colour, const QSize &size)
 {
     auto window = std::make_unique<QDialog>();
@@ -219,8 +231,9 @@ void tst_LauncherParts::videoFeedFollowsTheWire()
     QCOMPARE(feed.seconds(), seconds);
 }
 
-// A video manager's frames fill the window the module asked for, scaled; a
-// plane without a picture is black, and without a plane the test picture is back.
+// A video manager's frames fill the window the module asked for, scaled,
+// where a window leaves its video area clear; a plane without a picture is
+// black, and without a plane the test picture is back.
 void tst_LauncherParts::videoPlaneFillsTheVideoWindow()
 {
     constexpr QRgb left = 0xff20c040;
@@ -240,6 +253,11 @@ void tst_LauncherParts::videoPlaneFillsTheVideoWindow()
     screen.setFrameHooks(FrameHooks(&videophone_soft_keys, &videophone_listen));
     screen.watchVideoPlane(name);
     screen.show();
+    // Without a window nothing shows the picture.
+    QCOMPARE(screen.screenImage().pixel(100, 100), 0xff000000u);
+    ClearWindow window;
+    window.showFullScreen();
+    QTRY_VERIFY(!ScreenCompositor::paintedImage(&window).isNull());
     const QRect video(8, 39, 256, 194);
     deliver(VodChannel::VideoManager, VodMessage::ChangeVodWindow, QByteArray::fromHex("0000000800000027" "00000100000000c2"));
     QCOMPARE(screen.compositor()->videoFeed()->window(), video);
