@@ -1,4 +1,5 @@
 #include "simulatoroptions.h"
+#include "stopsignals.h"
 #include "videomanagersimulator.h"
 
 #include "qtopiadbustransport.h"
@@ -42,5 +43,8 @@ int main(int argc, char *argv[])
                .arg(commandLine.options.catalogue.groups.size())
                .arg(simulator.secondMs())
         << Qt::endl;
+    // Told to stop, it ends as it does normally.
+    StopSignals stop;
+    QObject::connect(&stop, &StopSignals::stopRequested, &app, &QCoreApplication::quit);
     return app.exec();
 }

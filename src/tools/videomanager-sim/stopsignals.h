@@ -5,7 +5,8 @@
 class QSocketNotifier;
 
 // Turns SIGINT and SIGTERM into the signal `stopRequested` in the event loop,
-// so that the program ends as it does normally (and removes its video plane).
+// so that the program ends as it does normally (the real video manager then
+// removes its video plane).
 // One per process.
 class StopSignals : public QObject
 {
