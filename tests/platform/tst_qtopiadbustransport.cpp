@@ -338,6 +338,22 @@ private slots:
         }
     }
 
+    // Channels opened before the bus transport was installed move over, each
+    // subscribed once however many listeners it has.
+    void channelsMoveToTheBus()
+    {
+        QtopiaChannel early("QPE/Move", nullptr);
+        QtopiaChannel second("QPE/Move", nullptr);
+        QStringList seen;
+        connect(&early, &QtopiaChannel::received, this, [&](const QString &m) { seen << m; });
+        QtopiaIpcTransport::setInstance(transport.get());
+        transport->sync();
+        QtopiaIpcEnvelope("QPE/Move", "one()");
+        QtopiaIpcEnvelope("QPE/Move", "two()");
+        QTRY_COMPARE(seen.size(), 2);
+        QCOMPARE(seen, (QStringList{"one()", "two()"}));
+    }
+
     void choice_data()
     {
         QTest::addColumn<QString>("requested");
