@@ -28,8 +28,6 @@ namespace {
 const QString marker = QStringLiteral("/tmp/status/vod_setup_status");
 const QString phoneStatus = QStringLiteral("/tmp/status/PhoneStatus.conf");
 
-enum Change { Removed, CountBeyondRecords, Replaced, Directory };
-
 void notify(const char *message)
 {
     deliver(QLatin1String(VodChannel::VideoApplication), QLatin1String(message));
@@ -66,8 +64,6 @@ class tst_BadFiles : public QObject
 
     std::unique_ptr<TestEnvironment> env;
 
-    void change(const char *file, Change how, const QByteArray &replacement);
-
 private slots:
     void initTestCase() { env = std::make_unique<TestEnvironment>(); }
     void init()
@@ -85,122 +81,80 @@ private slots:
         QTRY_VERIFY(QApplication::topLevelWidgets().isEmpty());
     }
 
-    void groupFileChanged_data();
-    void groupFileChanged();
-    void contentsFileChanged_data();
-    void contentsFileChanged();
+    void catalogueChanged_data();
+    void catalogueChanged();
     void phoneStatusFile_data();
     void phoneStatusFile();
     void markerBetweenResumes_data();
     void markerBetweenResumes();
 };
 
-void tst_BadFiles::change(const char *file, Change how, const QByteArray &replacement)
+void tst_BadFiles::catalogueChanged_data()
 {
-    env->remove(QLatin1String(file));
-    switch (how) {
-    case Removed:
-        QTest::ignoreMessage(QtDebugMsg, QRegularExpression("vodMessageHandle \\d+ stat error$"));
-        break;
-    case Directory:
-        QDir().mkpath(env->path(QLatin1String(file)));
-        break;
-    default:
-        env->writeFile(QLatin1String(file), replacement);
-        break;
-    }
-}
-
-void tst_BadFiles::groupFileChanged_data()
-{
-    QTest::addColumn<int>("how");
-    QTest::addColumn<QByteArray>("replacement");
-    QTest::addColumn<QStringList>("shown");
-    QTest::addColumn<QStringList>("firstGroupParts");
-
-    const QByteArray two = groupFile({Group{"n0", {"q0", "q1"}}, Group{"n1", {}}});
-    // The list on screen stays, but the catalogue behind it is gone.
-    QTest::newRow("removed") << int(Removed) << QByteArray() << QStringList{"g0", "g1"} << QStringList();
-    QTest::newRow("half written") << int(CountBeyondRecords) << two.left(4 + 1772 + 900)
-                                  << QStringList{"n0"} << QStringList{"q0", "q1"};
-    // No group is listed, but the first record is still where parts are read.
-    QTest::newRow("replaced") << int(Replaced) << two << QStringList{"n0", "n1"} << QStringList{"q0", "q1"};
-    // Not a regular file: refused as a missing one is.
-    QTest::newRow("directory") << int(Directory) << QByteArray() << QStringList{"g0", "g1"} << QStringList();
-}
-
-// The video manager announces the group list, but the file changed before it is
-// read: the browser shows what it can read, never more.
-void tst_BadFiles::groupFileChanged()
-{
-    QFETCH(int, how);
-    QFETCH(QByteArray, replacement);
-    QFETCH(QStringList, shown);
-    QFETCH(QStringList, firstGroupParts);
-
-    vod w;
-    w.show();
-    QVERIFY(QTest::qWaitForWindowExposed(&w));
-    notify(VodMessage::GetGroupList);
-    QCOMPARE(rows(w), QStringList({"g0", "g1"}));
-
-    change(VodCatalogue::GroupFile, Change(how), replacement);
-    notify(VodMessage::GetGroupList);
-    QCOMPARE(rows(w), shown);
-    QCOMPARE(w.currentLevel, int(GroupLevel));
-    QCOMPARE(w.partNames(0), firstGroupParts);
-    if (w.listView->count() > 0) {
-        select(w, 0);
-        QCOMPARE(w.currentLevel, int(PartLevel));
-        QCOMPARE(rows(w), firstGroupParts);
-    }
-}
-
-void tst_BadFiles::contentsFileChanged_data()
-{
-    QTest::addColumn<int>("how");
-    QTest::addColumn<QByteArray>("replacement");
+    QTest::addColumn<bool>("groups"); // the group file, else the contents file
+    QTest::addColumn<QByteArray>("replacement"); // "-": removed, "/": a directory in its place
     QTest::addColumn<QStringList>("shown");
     QTest::addColumn<int>("level");
+    // Choosing the last row: the parts it lists, or the request it sends.
+    QTest::addColumn<QStringList>("chosen");
 
+    const QByteArray two = groupFile({Group{"n0", {"q0", "q1"}}, Group{"n1", {}}});
     const QByteArray three = contentsFile({"u0", "u1", "u2"});
-    QTest::newRow("removed") << int(Removed) << QByteArray() << QStringList() << int(PartLevel);
-    QTest::newRow("half written") << int(CountBeyondRecords) << three.left(16 + 2 * 240 + 10)
-                                  << QStringList{"u0", "u1"} << int(ContentsLevel);
-    QTest::newRow("replaced") << int(Replaced) << three << QStringList{"u0", "u1", "u2"}
-                              << int(ContentsLevel);
-    QTest::newRow("directory") << int(Directory) << QByteArray() << QStringList() << int(PartLevel);
+    const int groupLevel = GroupLevel, partLevel = PartLevel, contentsLevel = ContentsLevel;
+    // Removed: the group rows on screen stay, but the catalogue behind them is gone.
+    QTest::newRow("groups removed") << true << QByteArray("-") << QStringList{"g0", "g1"} << groupLevel
+                                    << QStringList();
+    QTest::newRow("groups half written") << true << two.left(4 + 1772 + 900) << QStringList{"n0"} << groupLevel
+                                         << QStringList{"q0", "q1"};
+    QTest::newRow("groups replaced") << true << two << QStringList{"n0", "n1"} << groupLevel << QStringList();
+    // Not a regular file: refused as a missing one is.
+    QTest::newRow("groups: a directory") << true << QByteArray("/") << QStringList{"g0", "g1"} << groupLevel
+                                         << QStringList();
+    // Removed: the contents are emptied, the level stays at the parts.
+    QTest::newRow("contents removed") << false << QByteArray("-") << QStringList() << partLevel << QStringList();
+    // Title numbers count from 1.
+    QTest::newRow("contents half written") << false << three.left(16 + 2 * 240 + 10) << QStringList{"u0", "u1"}
+                                           << contentsLevel << QStringList{"setupVod(int) 00000002"};
+    QTest::newRow("contents replaced") << false << three << QStringList{"u0", "u1", "u2"} << contentsLevel
+                                       << QStringList{"setupVod(int) 00000003"};
+    QTest::newRow("contents: a directory") << false << QByteArray("/") << QStringList() << partLevel
+                                           << QStringList();
 }
 
-// The same for the contents list; a title chosen from it asks for the row the
-// list shows, and a list that ended up empty offers nothing to choose.
-void tst_BadFiles::contentsFileChanged()
+// The video manager announces a catalogue, but the file changed before it is
+// read: the browser shows what it can read, never more, and what a row
+// offers is what the file holds.
+void tst_BadFiles::catalogueChanged()
 {
-    QFETCH(int, how);
+    QFETCH(bool, groups);
     QFETCH(QByteArray, replacement);
     QFETCH(QStringList, shown);
     QFETCH(int, level);
+    QFETCH(QStringList, chosen);
 
     vod w;
     w.show();
     QVERIFY(QTest::qWaitForWindowExposed(&w));
     notify(VodMessage::GetGroupList);
-    select(w, 1);
-    select(w, 0);
-    QVERIFY(sentMessages().constLast().startsWith(QLatin1String(VodMessage::RequestContents)));
-
-    change(VodCatalogue::ContentsFile, Change(how), replacement);
-    notify(VodMessage::GetContentsList);
+    if (!groups) {
+        select(w, 1);
+        select(w, 0);
+    }
+    const QString file = QLatin1String(groups ? VodCatalogue::GroupFile : VodCatalogue::ContentsFile);
+    env->remove(file);
+    if (replacement == "-")
+        QTest::ignoreMessage(QtDebugMsg, QRegularExpression("vodMessageHandle \\d+ stat error$"));
+    else if (replacement == "/")
+        QDir().mkpath(env->path(file));
+    else
+        env->writeFile(file, replacement);
+    notify(groups ? VodMessage::GetGroupList : VodMessage::GetContentsList);
     QCOMPARE(rows(w), shown);
     QCOMPARE(w.currentLevel, level);
 
     QtopiaIpcTransport::clearTraffic();
     select(w, shown.size() - 1);
-    // Title numbers count from 1.
-    if (level == ContentsLevel && !shown.isEmpty())
-        QCOMPARE(sentMessages(), QStringList{"setupVod(int) " + QString::number(shown.size(), 16).rightJustified(8, '0')});
-    else
-        QCOMPARE(sentMessages(), QStringList());
+    QCOMPARE(groups ? rows(w) : sentMessages(), chosen);
 }
 
 void tst_BadFiles::phoneStatusFile_data()

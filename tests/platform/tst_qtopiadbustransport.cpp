@@ -259,35 +259,6 @@ private slots:
         QDBusConnection::disconnectFromBus("raw-peer");
     }
 
-    void burstArrivesInSendingOrder()
-    {
-        QtopiaIpcTransport::setInstance(transport.get());
-        QtopiaChannel a("QPE/BurstA", nullptr);
-        QtopiaChannel b("QPE/BurstB", nullptr);
-        QStringList seen;
-        connect(&a, &QtopiaChannel::received, this,
-                [&](const QString &m, const QByteArray &d) { seen << "A:" + m + QString::number(d.size()); });
-        connect(&b, &QtopiaChannel::received, this,
-                [&](const QString &m, const QByteArray &d) { seen << "B:" + m + QString::number(d.size()); });
-        transport->sync();
-        QStringList sent;
-        for (int i = 0; i < 1000; ++i) {
-            const bool onA = i % 3 != 0;
-            const QString signature = QString("m%1()").arg(i);
-            QtopiaIpcEnvelope e(onA ? "QPE/BurstA" : "QPE/BurstB", signature);
-            e.writeRawData(QByteArray(i % 7, 'x').constData(), i % 7);
-            sent << (onA ? "A:" : "B:") + signature + QString::number(i % 7);
-        }
-        // Own messages come back through the bus, never at once.
-        QCOMPARE(seen, QStringList());
-        // Wait for a last message rather than for a count, so that a message
-        // delivered twice shows up too.
-        QtopiaIpcEnvelope("QPE/BurstA", "end()");
-        sent << "A:end()0";
-        QTRY_VERIFY_WITH_TIMEOUT(!seen.isEmpty() && seen.constLast() == "A:end()0", 20000);
-        QCOMPARE(seen, sent);
-    }
-
     void anotherProcessReachesTheChannel_data()
     {
         QTest::addColumn<QStringList>("call");

@@ -1,17 +1,14 @@
 // The simulated video manager: its answers and reports second by second on a
-// manual clock, the faults its command line asks for, and the catalogue files
-// it writes for the module to read.
+// manual clock, and the faults its command line asks for. The catalogue files
+// it writes are read by the browser in the roads and the storyboard.
 #include "cataloguejson.h"
-#include "cataloguewriter.h"
 #include "messagetext.h"
 #include "messaging/messagecatalogue.h"
 #include "messaging/vodmessages.h"
-#include "qeuckr.h"
 #include "qtopiachannel.h"
 #include "qtopiaipcenvelope.h"
 #include "testenvironment.h"
 #include "videomanagersimulator.h"
-#include "vodcatalogue.h"
 
 #include <QDir>
 #include <QRegularExpression>
@@ -111,7 +108,6 @@ private slots:
 
     void timeline_data();
     void timeline();
-    void cataloguesAreReadableWhenAnnounced();
     void commandLine_data();
     void commandLine();
 };
@@ -134,8 +130,6 @@ void tst_VideoManagerSim::timeline_data()
 
     QTest::newRow("group list") << QStringList() << QStringList{"requestGroupList()"}
                                 << QStringList{App + "getGroupList()"};
-    QTest::newRow("contents of a missing part") << QStringList() << QStringList{"requestContents(int,int)|5|5"}
-                                                << QStringList{contents};
     QTest::newRow("setup without a title") << QStringList()
                                            << QStringList{"requestContents(int,int)|0|0", "setupVod(int)|3"}
                                            << QStringList{contents, App + "setupFailVod(int) 2"};
@@ -233,46 +227,6 @@ void tst_VideoManagerSim::timeline()
 }
 
 
-// When the announcement arrives, the module's reader finds in the file what
-// the catalogue holds, Korean names included.
-void tst_VideoManagerSim::cataloguesAreReadableWhenAnnounced()
-{
-    auto simulator = makeSimulator({});
-    ModuleStandIn module;
-    QStringList groups, parts, titles;
-    const auto decoded = [](const QStringList &raw) {
-        QStringList names;
-        for (const QString &name : raw)
-            names << qEUCKRtoQString(name.toLatin1());
-        return names;
-    };
-    QtopiaChannel app(VodChannel::VideoApplication, nullptr);
-    connect(&app, &QtopiaChannel::received, this, [&](const QString &m) {
-        QByteArray bytes;
-        DeviceFile::Stamp stamp;
-        if (m == QLatin1String(VodMessage::GetGroupList)
-            && VodCatalogue::load(VodCatalogue::GroupFile, bytes, stamp)) {
-            groups = decoded(VodCatalogue::groupNames(bytes));
-            parts = decoded(VodCatalogue::partNames(bytes, 1));
-        } else if (m == QLatin1String(VodMessage::GetContentsList)
-                   && VodCatalogue::load(VodCatalogue::ContentsFile, bytes, stamp)) {
-            titles = decoded(VodCatalogue::contentTitles(bytes));
-        }
-    });
-    module.request("requestGroupList()");
-    module.request("requestContents(int,int)|0|0");
-    flushEvents();
-    QCOMPARE(groups, (QStringList{"News", QString::fromUtf8("드라마")}));
-    QCOMPARE(parts, (QStringList{QString::fromUtf8("1부"), "Empty"}));
-    QCOMPARE(titles, (QStringList{"Weekly", "Daily"}));
-
-    // More than twenty parts: the file keeps twenty.
-    SimCatalogue many;
-    many.groups.append(SimGroup{"Many", {}});
-    for (int j = 0; j < 25; ++j)
-        many.groups[0].parts.append(SimPart{QString("P%1").arg(j), {}});
-    QCOMPARE(VodCatalogue::partNames(groupCatalogueBytes(many) + '\0', 0).size(), 20);
-}
 
 void tst_VideoManagerSim::commandLine_data()
 {
@@ -288,8 +242,6 @@ void tst_VideoManagerSim::commandLine_data()
     QTest::newRow("unknown option") << QStringList{"--bogus"} << QByteArray() << "bogus";
     QTest::newRow("missing catalogue") << QStringList{"--catalogue", "/nonexistent/c.json"} << QByteArray()
                                        << "/nonexistent/c.json: ";
-    QTest::newRow("send-at unknown message") << QStringList{"--send-at", "1,QPE/VideoManager,startPush()"}
-                                             << QByteArray() << "no message of the protocol";
     QTest::newRow("send-at not a number") << QStringList{"--send-at", "2,QPE/CallManager,setVolume_vod(int),loud"}
                                           << QByteArray() << "argument 1 of setVolume_vod(int) is not a number";
     // Media files are found beside the catalogue.

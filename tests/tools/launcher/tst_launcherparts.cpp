@@ -22,6 +22,8 @@
 #include <QtTest>
 
 #include <memory>
+#include <sys/mman.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
 namespace {
@@ -233,7 +235,8 @@ void tst_LauncherParts::videoFeedFollowsTheWire()
 
 // A video manager's frames fill the window the module asked for, scaled,
 // where a window leaves its video area clear; a plane without a picture is
-// black, and without a plane the test picture is back.
+// black, and without a plane (none, or one whose writer died) the test
+// picture is back.
 void tst_LauncherParts::videoPlaneFillsTheVideoWindow()
 {
     constexpr QRgb left = 0xff20c040;
@@ -272,10 +275,21 @@ void tst_LauncherParts::videoPlaneFillsTheVideoWindow()
     writer->clear();
     QCOMPARE(screen.screenImage().pixel(video.center()), 0xff000000u);
     writer.reset();
+
+    // A writer that died left its plane behind: no plane for the display.
+    const pid_t child = fork();
+    if (child == 0) {
+        VideoPlaneWriter dying(name);
+        QString lost;
+        _exit(dying.open(&lost) && dying.write(picture.constBits(), 4, 2, int(picture.bytesPerLine())) ? 0 : 1);
+    }
+    int status = 0;
+    QVERIFY(child > 0 && waitpid(child, &status, 0) == child && WIFEXITED(status) && WEXITSTATUS(status) == 0);
     QImage reference(shot.size(), QImage::Format_ARGB32_Premultiplied);
     QPainter painter(&reference);
     TestPicture::paint(&painter, video, 0);
     QCOMPARE(screen.screenImage().pixel(video.center()), reference.pixel(video.center()));
+    shm_unlink(name.toLocal8Bit().constData());
 }
 
 QTEST_MAIN(tst_LauncherParts)
