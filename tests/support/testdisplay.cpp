@@ -22,12 +22,6 @@ TestDisplay::TestDisplay()
 
 TestDisplay::~TestDisplay() = default;
 
-QImage TestDisplay::shot() const
-{
-    settle();
-    return display->screenImage();
-}
-
 void usePhoneResolution()
 {
     // QTEST_MAIN asks for 96 dpi whatever the platform says.

@@ -1,12 +1,12 @@
 #pragma once
 
-#include <QImage>
 #include <QStringList>
 #include <Qt>
 
 #include <memory>
 
 class LauncherScreen;
+class QObject;
 
 // The phone's display and window manager for a test program, as the launcher
 // plays them: windows are placed, stacked and activated as on the phone, keys
@@ -19,8 +19,6 @@ public:
     ~TestDisplay();
 
     LauncherScreen *screen() const { return display.get(); }
-    // What the display shows once the windows have flushed what is pending.
-    QImage shot() const;
 
 private:
     std::unique_ptr<LauncherScreen> display;

@@ -58,15 +58,6 @@ QStringList sentMessages()
     return result;
 }
 
-QList<QtopiaIpcMessage> sentOn(const QString &channel, const QString &message)
-{
-    QList<QtopiaIpcMessage> result;
-    for (const QtopiaIpcMessage &m : QtopiaIpcTransport::traffic())
-        if (m.channel == channel && (message.isNull() || m.message == message))
-            result.append(m);
-    return result;
-}
-
 void deliver(const QString &channel, const QString &message, const QByteArray &data)
 {
     QtopiaChannel::deliver(channel, message, data);

@@ -35,9 +35,6 @@ private:
 // signature hexdata" for the others (the hex left out for an empty block).
 QStringList sentMessages();
 
-// The messages of the traffic log sent on a channel, optionally with one signature.
-QList<QtopiaIpcMessage> sentOn(const QString &channel, const QString &message = QString());
-
 // Delivers a notification to this process's listeners at once, as the transport would.
 void deliver(const QString &channel, const QString &message, const QByteArray &data = QByteArray());
 
