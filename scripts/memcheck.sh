@@ -16,7 +16,7 @@ cmake --build "$builddir" -j"${JOBS:-$(nproc)}" --target "$program"
 binary=$(find "$builddir/tests" -type f -name "$program" -perm -u+x | head -n 1)
 [ -n "$binary" ] || { echo "memcheck: $program not built" >&2; exit 1; }
 
-export QT_QPA_PLATFORM=offscreen
+export QT_QPA_PLATFORM=offscreen QT_FONT_DPI=72
 log="$builddir/memcheck-$program.log"
 start=$(date +%s)
 status=0
