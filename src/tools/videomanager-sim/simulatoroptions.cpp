@@ -1,6 +1,6 @@
 #include "simulatoroptions.h"
 
-#include "cataloguejson.h"
+#include "commandlineparts.h"
 #include "messagetext.h"
 
 #include <QCommandLineParser>
@@ -38,24 +38,6 @@ const char Description[] =
     "     \"titles\": [{\"name\": \"Weekly\", \"length\": 95}]}]}]}\n"
     "length in seconds; at most 20 parts per group. Without --catalogue a built-in one\n"
     "with Korean and English titles is used.";
-
-bool readNumber(const QCommandLineParser &parser, const QString &name, double minimum, bool inclusive,
-                double *out, QString *error)
-{
-    if (!parser.isSet(name))
-        return true;
-    bool ok = false;
-    const double value = parser.value(name).toDouble(&ok);
-    if (!ok || (inclusive ? value < minimum : value <= minimum)) {
-        *error = QStringLiteral("--%1 needs a number %2 %3, not \"%4\"")
-                     .arg(name, inclusive ? QStringLiteral("of at least") : QStringLiteral("above"))
-                     .arg(minimum)
-                     .arg(parser.value(name));
-        return false;
-    }
-    *out = value;
-    return true;
-}
 
 bool readCode(const QCommandLineParser &parser, const QString &name, std::optional<int> *out,
               QString *error)
@@ -106,8 +88,6 @@ SimulatorCommandLine parseSimulatorCommandLine(const QStringList &arguments)
 {
     QCommandLineParser parser;
     parser.setApplicationDescription(QString::fromLatin1(Description));
-    const QCommandLineOption help(QStringList{"h", "help"}, "Shows this help.");
-    parser.addOption(help);
     parser.addOptions({
         {"catalogue", "Reads the catalogue from the JSON <file>.", "file"},
         {"time-scale", "One simulated second lasts <factor> real seconds (0.05: 50 ms). Default 1.",
@@ -137,18 +117,15 @@ SimulatorCommandLine parseSimulatorCommandLine(const QStringList &arguments)
         result.text = why;
         return result;
     };
-    if (!parser.parse(arguments))
-        return fail(parser.errorText());
-    if (parser.isSet(help)) {
-        result.status = SimulatorCommandLine::Help;
-        result.text = parser.helpText();
+    bool help = false;
+    if (!CommandLineParts::parse(parser, arguments, &help, &result.text)) {
+        result.status = help ? SimulatorCommandLine::Help : SimulatorCommandLine::Error;
         return result;
     }
-    if (!parser.positionalArguments().isEmpty())
-        return fail(QStringLiteral("unexpected argument: %1").arg(parser.positionalArguments().constFirst()));
 
     SimulatorOptions &o = result.options;
     QString error;
+    using CommandLineParts::readNumber;
     if (!readNumber(parser, "time-scale", 0, false, &o.timeScale, &error)
         || !readNumber(parser, "push-start-delay", 0, true, &o.pushStartDelay, &error)
         || !readNumber(parser, "answer-delay", 0, true, &o.answerDelay, &error)
@@ -167,11 +144,7 @@ SimulatorCommandLine parseSimulatorCommandLine(const QStringList &arguments)
             return fail(error);
         o.scheduled.append(message);
     }
-    if (parser.isSet("catalogue")) {
-        std::optional<SimCatalogue> catalogue = readCatalogueJsonFile(parser.value("catalogue"), &error);
-        if (!catalogue)
-            return fail(error);
-        o.catalogue = *catalogue;
-    }
+    if (!CommandLineParts::readCatalogue(parser, &o.catalogue, &error))
+        return fail(error);
     return result;
 }

@@ -1,14 +1,8 @@
 #include "videomanagersimulator.h"
 
-#include "cataloguewriter.h"
-#include "devicepath.h"
-#include "messagetext.h"
-#include "messaging/messagecatalogue.h"
 #include "messaging/messagedata.h"
 #include "messaging/messagereader.h"
 #include "messaging/vodmessages.h"
-#include "qtopiachannel.h"
-#include "qtopiaipctransport.h"
 
 #include <QTimer>
 
@@ -18,17 +12,12 @@
 using namespace VodMessage;
 
 VideoManagerSimulator::VideoManagerSimulator(const SimulatorOptions &options, QObject *parent)
-    : QObject(parent), settings(options), pushTicker(new QTimer(this)), vodTicker(new QTimer(this))
+    : VideoManagerEndpoint(parent), settings(options), pushTicker(new QTimer(this)), vodTicker(new QTimer(this))
 {
     pushTicker->setInterval(secondMs());
     vodTicker->setInterval(secondMs());
     connect(pushTicker, &QTimer::timeout, this, &VideoManagerSimulator::pushTick);
     connect(vodTicker, &QTimer::timeout, this, &VideoManagerSimulator::vodTick);
-
-    auto *requests = new QtopiaChannel(QLatin1String(VodChannel::VideoManager), this);
-    connect(requests, &QtopiaChannel::received, this, &VideoManagerSimulator::onVideoManager);
-    auto *calls = new QtopiaChannel(QLatin1String(VodChannel::CallManager), this);
-    connect(calls, &QtopiaChannel::received, this, &VideoManagerSimulator::onCallManager);
 
     for (const ScheduledMessage &m : std::as_const(settings.scheduled))
         after(m.at, [this, m] { sendRaw(m.channel, m.message, m.data); });
@@ -71,34 +60,6 @@ bool VideoManagerSimulator::isReportingPush() const
 bool VideoManagerSimulator::isReportingVod() const
 {
     return vodTicker->isActive();
-}
-
-void VideoManagerSimulator::onVideoManager(const QString &message, const QByteArray &data)
-{
-    const QString channel = QLatin1String(VodChannel::VideoManager);
-    if (silent) {
-        log(QStringLiteral("<-"), channel, message, data, QStringLiteral("silent: not answered"));
-        return;
-    }
-    if (!findMessage(channel, message)) {
-        log(QStringLiteral("<-"), channel, message, data, QStringLiteral("unknown: not answered"));
-        return;
-    }
-    log(QStringLiteral("<-"), channel, message, data);
-
-    if (isMessage(message, ChangeVodWindow)) {
-        MessageReader in(data);
-        const int x = in.readInt();
-        const int y = in.readInt();
-        const int width = in.readInt();
-        const int height = in.readInt();
-        window = QRect(x, y, width, height);
-        note(QStringLiteral("video window now %1,%2 %3x%4").arg(x).arg(y).arg(width).arg(height));
-    } else if (isMessage(message, RequestContentsPage)) {
-        note(QStringLiteral("paged contents are not simulated: not answered"));
-    } else if (!answerPush(message)) {
-        answerVod(message, data);
-    }
 }
 
 void VideoManagerSimulator::onCallManager(const QString &message, const QByteArray &data)
@@ -150,23 +111,12 @@ void VideoManagerSimulator::answerVod(const QString &message, const QByteArray &
     MessageReader in(data);
     if (isMessage(message, RequestGroupList)) {
         // Writing a catalogue or setting a title up may take the video manager a while.
-        afterAnswerDelay([this] {
-            const int groups = int(settings.catalogue.groups.size());
-            writeCatalogue(QLatin1String(CatalogueLayout::GroupFile), groupCatalogueBytes(settings.catalogue),
-                           GetGroupList, QStringLiteral("%1 group(s)").arg(groups));
-        });
+        afterAnswerDelay([this] { writeGroupList(settings.catalogue); });
     } else if (isMessage(message, RequestContents)) {
         selectedGroup = in.readInt();
         selectedPart = in.readInt();
-        afterAnswerDelay([this, group = selectedGroup, partIndex = selectedPart] {
-            const SimPart *part = settings.catalogue.part(group, partIndex);
-            writeCatalogue(QLatin1String(CatalogueLayout::ContentsFile),
-                           contentsCatalogueBytes(settings.catalogue, group, partIndex), GetContentsList,
-                           QStringLiteral("%1 title(s) of group %2 part %3")
-                               .arg(part ? part->titles.size() : 0)
-                               .arg(group)
-                               .arg(partIndex));
-        });
+        afterAnswerDelay(
+            [this, group = selectedGroup, part = selectedPart] { writeContents(settings.catalogue, group, part); });
     } else if (isMessage(message, SetupVod)) {
         afterAnswerDelay([this, number = in.readInt()] { setupVod(number); });
     } else if (isMessage(message, StartVod)) {
@@ -260,19 +210,6 @@ void VideoManagerSimulator::seekVod(const QString &message, const QString &posit
     }
     vod.moveTo(*seconds);
     note(QStringLiteral("position now %1 of %2").arg(vod.seconds()).arg(vod.length()));
-}
-
-void VideoManagerSimulator::writeCatalogue(const QString &file, const QByteArray &bytes, const char *announce,
-                                           const QString &what)
-{
-    const QString path = devicePath(file);
-    QString error;
-    if (!writeFileAtomically(path, bytes, &error)) {
-        note(QStringLiteral("%1: not answered").arg(error));
-        return;
-    }
-    note(QStringLiteral("wrote %1 (%2, %3 bytes)").arg(path, what).arg(bytes.size()));
-    send(VodChannel::VideoApplication, announce);
 }
 
 void VideoManagerSimulator::pushTick()
@@ -371,26 +308,4 @@ void VideoManagerSimulator::after(double seconds, std::function<void()> action)
     });
     pending.append(timer);
     timer->start();
-}
-
-void VideoManagerSimulator::send(const char *channel, const char *message, const QByteArray &data)
-{
-    sendRaw(QLatin1String(channel), QLatin1String(message), data);
-}
-
-void VideoManagerSimulator::sendRaw(const QString &channel, const QString &message, const QByteArray &data)
-{
-    log(QStringLiteral("->"), channel, message, data);
-    QtopiaIpcTransport::instance()->send(channel, message, data);
-}
-
-void VideoManagerSimulator::log(const QString &direction, const QString &channel, const QString &message,
-                                const QByteArray &data, const QString &remark)
-{
-    emit logLine(messageLogLine(direction, channel, message, data, remark));
-}
-
-void VideoManagerSimulator::note(const QString &text)
-{
-    emit logLine(QLatin1String("-- ") + text);
 }

@@ -2,13 +2,11 @@
 
 #include "playbackposition.h"
 #include "simulatoroptions.h"
+#include "videomanagerendpoint.h"
 
 #include <QByteArray>
-#include <QElapsedTimer>
 #include <QList>
-#include <QObject>
 #include <QPair>
-#include <QRect>
 #include <QString>
 
 #include <functional>
@@ -21,7 +19,7 @@ class QTimer;
 // with the faults its options ask for. It runs on any transport: in a test
 // process on the in-process one next to the module's windows, in the
 // videomanager-sim program over D-Bus.
-class VideoManagerSimulator : public QObject
+class VideoManagerSimulator : public VideoManagerEndpoint
 {
     Q_OBJECT
 
@@ -44,7 +42,6 @@ public:
     int secondMs() const;
 
     // What the module asked for last.
-    QRect videoWindow() const { return window; }
     int volume() const { return volumeLevel; } // -1 before the first "setVolume_vod(int)"
     bool headsetOn() const { return headset; }
 
@@ -53,24 +50,19 @@ public:
     bool isReportingVod() const;
     double vodPosition() const { return vod.seconds(); }
 
-signals:
-    // One readable line per message received ("<- "), sent ("-> ") or event
-    // ("-- "), without time stamp.
-    void logLine(const QString &line);
+protected:
+    bool answering() const override { return !silent; }
+    bool answerPush(const QString &message) override;
+    void answerVod(const QString &message, const QByteArray &data) override;
+    void onCallManager(const QString &message, const QByteArray &data) override;
 
 private:
-    void onVideoManager(const QString &message, const QByteArray &data);
-    void onCallManager(const QString &message, const QByteArray &data);
-    bool answerPush(const QString &message); // false: no push request
-    void answerVod(const QString &message, const QByteArray &data);
 
     void setupVod(int number);
     void startVod(const QString &position);
     void pauseVod();
     void resumeVod(const QString &position);
     void seekVod(const QString &message, const QString &position);
-    void writeCatalogue(const QString &file, const QByteArray &bytes, const char *announce,
-                        const QString &what);
 
     void pushTick();
     void vodTick();
@@ -78,11 +70,6 @@ private:
     void goSilent();
     void serverPause();
 
-    void send(const char *channel, const char *message, const QByteArray &data = QByteArray());
-    void sendRaw(const QString &channel, const QString &message, const QByteArray &data);
-    void log(const QString &direction, const QString &channel, const QString &message,
-             const QByteArray &data, const QString &remark = QString());
-    void note(const QString &text);
     // Runs `action` after `seconds` simulated seconds, unless the simulator falls silent first.
     void after(double seconds, std::function<void()> action);
     // Runs `action` once the answer delay has passed (at once without one).
@@ -108,7 +95,6 @@ private:
     int now = 0;
     QList<QPair<double, std::function<void()>>> due;
 
-    QRect window;
     int volumeLevel = -1;
     bool headset = false;
 };

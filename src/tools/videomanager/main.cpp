@@ -1,20 +1,17 @@
 #include "mediapipeline.h"
-#include "stopsignals.h"
 #include "videomanager.h"
 #include "videomanageroptions.h"
 #include "videoplanewriter.h"
 
-#include "qtopiadbustransport.h"
 #include "qtopiaipctransport.h"
 
 #include <QCoreApplication>
-#include <QElapsedTimer>
 #include <QTextStream>
 
 #include <gst/gst.h>
 
 namespace {
-int run(QCoreApplication &app, const VideoManagerCommandLine &commandLine)
+int run(const VideoManagerCommandLine &commandLine)
 {
     QTextStream out(stdout);
     if (commandLine.status == VideoManagerCommandLine::Check) {
@@ -31,28 +28,13 @@ int run(QCoreApplication &app, const VideoManagerCommandLine &commandLine)
         QTextStream(stderr) << "videomanager: " << error << "\n";
         return 1;
     }
-    QtopiaIpcTransport *transport = QtopiaIpcTransport::selectDefault();
+    QtopiaIpcTransport::selectDefault();
     VideoManager manager(commandLine.options, &plane);
-
-    QElapsedTimer clock;
-    clock.start();
-    QObject::connect(&manager, &VideoManager::logLine, &manager, [&](const QString &line) {
-        out << QStringLiteral("[%1] ").arg(clock.elapsed() / 1000.0, 9, 'f', 3) << line << Qt::endl;
-    });
-
-    // Listen before saying so, so that a peer that starts now is heard.
-    if (auto *bus = dynamic_cast<QtopiaDBusTransport *>(transport))
-        bus->sync();
-    out << QStringLiteral("[%1] -- ready: %2 group(s), video plane %3, broadcast on %4 port %5")
-               .arg(0.0, 9, 'f', 3)
-               .arg(commandLine.options.catalogue.groups.size())
-               .arg(plane.name(), commandLine.options.pushAddress)
-               .arg(commandLine.options.pushPort)
-        << Qt::endl;
     // Told to stop, it ends as it does normally: the video plane is removed.
-    StopSignals stop;
-    QObject::connect(&stop, &StopSignals::stopRequested, &app, &QCoreApplication::quit);
-    return QCoreApplication::exec();
+    return manager.serve(QStringLiteral("%1 group(s), video plane %2, broadcast on %3 port %4")
+                             .arg(commandLine.options.catalogue.groups.size())
+                             .arg(plane.name(), commandLine.options.pushAddress)
+                             .arg(commandLine.options.pushPort));
 }
 }
 
@@ -73,7 +55,7 @@ int main(int argc, char *argv[])
     }
 
     gst_init(nullptr, nullptr);
-    const int code = run(app, commandLine);
+    const int code = run(commandLine);
     // Everything of GStreamer is released by now; its own caches go too.
     gst_deinit();
     return code;

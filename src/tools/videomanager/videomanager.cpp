@@ -1,16 +1,10 @@
 #include "videomanager.h"
 
-#include "cataloguewriter.h"
-#include "devicepath.h"
 #include "mediapipeline.h"
-#include "messagetext.h"
-#include "messaging/messagecatalogue.h"
 #include "messaging/messagedata.h"
 #include "messaging/messagereader.h"
 #include "messaging/vodmessages.h"
 #include "playbackposition.h"
-#include "qtopiachannel.h"
-#include "qtopiaipctransport.h"
 #include "videoplanewriter.h"
 
 #include <QTimer>
@@ -27,7 +21,7 @@ QString seconds(double value)
 }
 
 VideoManager::VideoManager(const VideoManagerOptions &options, VideoPlaneWriter *plane, QObject *parent)
-    : QObject(parent)
+    : VideoManagerEndpoint(parent)
     , settings(options)
     , plane(plane)
     , vodTicker(new QTimer(this))
@@ -40,38 +34,9 @@ VideoManager::VideoManager(const VideoManagerOptions &options, VideoPlaneWriter 
     pushTicker->setInterval(ReportMsecs);
     connect(vodTicker, &QTimer::timeout, this, &VideoManager::vodTick);
     connect(pushTicker, &QTimer::timeout, this, &VideoManager::pushTick);
-
-    auto *requests = new QtopiaChannel(QLatin1String(VodChannel::VideoManager), this);
-    connect(requests, &QtopiaChannel::received, this, &VideoManager::onVideoManager);
-    auto *calls = new QtopiaChannel(QLatin1String(VodChannel::CallManager), this);
-    connect(calls, &QtopiaChannel::received, this, &VideoManager::onCallManager);
 }
 
 VideoManager::~VideoManager() = default;
-
-void VideoManager::onVideoManager(const QString &message, const QByteArray &data)
-{
-    const QString channel = QLatin1String(VodChannel::VideoManager);
-    if (!findMessage(channel, message)) {
-        log(QStringLiteral("<-"), channel, message, data, QStringLiteral("unknown: not answered"));
-        return;
-    }
-    log(QStringLiteral("<-"), channel, message, data);
-
-    if (isMessage(message, ChangeVodWindow)) {
-        // The display places the plane's pictures there; nothing to do here.
-        MessageReader in(data);
-        const int x = in.readInt();
-        const int y = in.readInt();
-        const int width = in.readInt();
-        const int height = in.readInt();
-        note(QStringLiteral("video window now %1,%2 %3x%4").arg(x).arg(y).arg(width).arg(height));
-    } else if (isMessage(message, RequestContentsPage)) {
-        note(QStringLiteral("paged contents are not offered: not answered"));
-    } else if (!answerPush(message)) {
-        answerVod(message, data);
-    }
-}
 
 void VideoManager::onCallManager(const QString &message, const QByteArray &data)
 {
@@ -119,18 +84,11 @@ void VideoManager::answerVod(const QString &message, const QByteArray &data)
 {
     MessageReader in(data);
     if (isMessage(message, RequestGroupList)) {
-        writeCatalogue(QLatin1String(CatalogueLayout::GroupFile), groupCatalogueBytes(settings.catalogue),
-                       GetGroupList, QStringLiteral("%1 group(s)").arg(settings.catalogue.groups.size()));
+        writeGroupList(settings.catalogue);
     } else if (isMessage(message, RequestContents)) {
         selectedGroup = in.readInt();
         selectedPart = in.readInt();
-        const SimPart *part = settings.catalogue.part(selectedGroup, selectedPart);
-        writeCatalogue(QLatin1String(CatalogueLayout::ContentsFile),
-                       contentsCatalogueBytes(settings.catalogue, selectedGroup, selectedPart), GetContentsList,
-                       QStringLiteral("%1 title(s) of group %2 part %3")
-                           .arg(part ? part->titles.size() : 0)
-                           .arg(selectedGroup)
-                           .arg(selectedPart));
+        writeContents(settings.catalogue, selectedGroup, selectedPart);
     } else if (isMessage(message, SetupVod)) {
         setupVod(in.readInt());
     } else if (isMessage(message, StartVod)) {
@@ -373,34 +331,4 @@ void VideoManager::retire(std::unique_ptr<MediaPipeline> pipeline)
     pipeline->disconnect(this);
     pipeline->setParent(this);
     pipeline.release()->deleteLater();
-}
-
-void VideoManager::writeCatalogue(const QString &file, const QByteArray &bytes, const char *announce,
-                                  const QString &what)
-{
-    const QString path = devicePath(file);
-    QString error;
-    if (!writeFileAtomically(path, bytes, &error)) {
-        note(QStringLiteral("%1: not answered").arg(error));
-        return;
-    }
-    note(QStringLiteral("wrote %1 (%2, %3 bytes)").arg(path, what).arg(bytes.size()));
-    send(VodChannel::VideoApplication, announce);
-}
-
-void VideoManager::send(const char *channel, const char *message, const QByteArray &data)
-{
-    log(QStringLiteral("->"), QLatin1String(channel), QLatin1String(message), data);
-    QtopiaIpcTransport::instance()->send(QLatin1String(channel), QLatin1String(message), data);
-}
-
-void VideoManager::log(const QString &direction, const QString &channel, const QString &message,
-                       const QByteArray &data, const QString &remark)
-{
-    emit logLine(messageLogLine(direction, channel, message, data, remark));
-}
-
-void VideoManager::note(const QString &text)
-{
-    emit logLine(QLatin1String("-- ") + text);
 }

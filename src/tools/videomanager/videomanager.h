@@ -1,9 +1,9 @@
 #pragma once
 
+#include "videomanagerendpoint.h"
 #include "videomanageroptions.h"
 
 #include <QByteArray>
-#include <QObject>
 #include <QString>
 
 #include <cstdint>
@@ -19,7 +19,7 @@ class VideoPlaneWriter;
 // video plane. Answers go out on "QPE/VideoApplication" and
 // "QPE/PushApplication" as the simulated video manager gives them, with the
 // real durations and positions.
-class VideoManager : public QObject
+class VideoManager : public VideoManagerEndpoint
 {
     Q_OBJECT
 
@@ -33,17 +33,13 @@ public:
     VideoManager(const VideoManagerOptions &options, VideoPlaneWriter *plane, QObject *parent = nullptr);
     ~VideoManager() override;
 
-signals:
-    // One readable line per message received ("<- "), sent ("-> ") or event ("-- ").
-    void logLine(const QString &line);
+protected:
+    bool answerPush(const QString &message) override;
+    void answerVod(const QString &message, const QByteArray &data) override;
+    void onCallManager(const QString &message, const QByteArray &data) override;
 
 private:
     enum class Vod { None, SettingUp, Ready, Playing, Paused };
-
-    void onVideoManager(const QString &message, const QByteArray &data);
-    void onCallManager(const QString &message, const QByteArray &data);
-    bool answerPush(const QString &message); // false: no push request
-    void answerVod(const QString &message, const QByteArray &data);
 
     void setupVod(int number);
     void vodSettled();
@@ -62,11 +58,6 @@ private:
     void closePush();
 
     void retire(std::unique_ptr<MediaPipeline> pipeline);
-    void writeCatalogue(const QString &file, const QByteArray &bytes, const char *announce, const QString &what);
-    void send(const char *channel, const char *message, const QByteArray &data = QByteArray());
-    void log(const QString &direction, const QString &channel, const QString &message, const QByteArray &data,
-             const QString &remark = QString());
-    void note(const QString &text);
 
     VideoManagerOptions settings;
     VideoPlaneWriter *plane;

@@ -1,6 +1,6 @@
 #include "videomanageroptions.h"
 
-#include "cataloguejson.h"
+#include "commandlineparts.h"
 #include "videoplanelayout.h"
 
 #include <QCommandLineParser>
@@ -34,31 +34,12 @@ const char Description[] =
     "  {\"groups\": [{\"name\": \"Samples\", \"parts\": [{\"name\": \"Cards\",\n"
     "     \"titles\": [{\"name\": \"Bars\", \"length\": 5, \"file\": \"bars.ogg\"}]}]}]}\n"
     "length in whole seconds as the browser lists it; file relative to the JSON file.";
-
-bool readSeconds(const QCommandLineParser &parser, const QString &name, bool zeroAllowed, double *out,
-                 QString *error)
-{
-    if (!parser.isSet(name))
-        return true;
-    bool ok = false;
-    const double value = parser.value(name).toDouble(&ok);
-    if (!ok || value < 0 || (!zeroAllowed && value == 0)) {
-        *error = QStringLiteral("--%1 needs a number of seconds %2, not \"%3\"")
-                     .arg(name, zeroAllowed ? QStringLiteral("of at least 0") : QStringLiteral("above 0"),
-                          parser.value(name));
-        return false;
-    }
-    *out = value;
-    return true;
-}
 }
 
 VideoManagerCommandLine parseVideoManagerCommandLine(const QStringList &arguments)
 {
     QCommandLineParser parser;
     parser.setApplicationDescription(QString::fromLatin1(Description));
-    const QCommandLineOption help(QStringList{"h", "help"}, "Shows this help.");
-    parser.addOption(help);
     parser.addOptions({
         {"catalogue", "Reads the catalogue from the JSON <file>; without it the titles have no media.",
          "file"},
@@ -81,15 +62,11 @@ VideoManagerCommandLine parseVideoManagerCommandLine(const QStringList &argument
         result.text = why;
         return result;
     };
-    if (!parser.parse(arguments))
-        return fail(parser.errorText());
-    if (parser.isSet(help)) {
-        result.status = VideoManagerCommandLine::Help;
-        result.text = parser.helpText();
+    bool help = false;
+    if (!CommandLineParts::parse(parser, arguments, &help, &result.text)) {
+        result.status = help ? VideoManagerCommandLine::Help : VideoManagerCommandLine::Error;
         return result;
     }
-    if (!parser.positionalArguments().isEmpty())
-        return fail(QStringLiteral("unexpected argument: %1").arg(parser.positionalArguments().constFirst()));
     if (parser.isSet("check")) {
         result.status = VideoManagerCommandLine::Check;
         return result;
@@ -97,8 +74,9 @@ VideoManagerCommandLine parseVideoManagerCommandLine(const QStringList &argument
 
     VideoManagerOptions &o = result.options;
     QString error;
-    if (!readSeconds(parser, "push-timeout", false, &o.pushTimeout, &error)
-        || !readSeconds(parser, "push-start-delay", true, &o.pushStartDelay, &error))
+    if (!CommandLineParts::readNumber(parser, "push-timeout", 0, false, &o.pushTimeout, &error)
+        || !CommandLineParts::readNumber(parser, "push-start-delay", 0, true, &o.pushStartDelay, &error)
+        || !CommandLineParts::readCatalogue(parser, &o.catalogue, &error))
         return fail(error);
     if (parser.isSet("push-address"))
         o.pushAddress = parser.value("push-address");
@@ -116,11 +94,5 @@ VideoManagerCommandLine parseVideoManagerCommandLine(const QStringList &argument
         o.videoPlane.prepend(QLatin1Char('/'));
     if (o.videoPlane.size() < 2 || o.videoPlane.indexOf(QLatin1Char('/'), 1) >= 0)
         return fail(QStringLiteral("the video plane needs a name without slashes, not \"%1\"").arg(o.videoPlane));
-    if (parser.isSet("catalogue")) {
-        std::optional<SimCatalogue> catalogue = readCatalogueJsonFile(parser.value("catalogue"), &error);
-        if (!catalogue)
-            return fail(error);
-        o.catalogue = *catalogue;
-    }
     return result;
 }
