@@ -209,6 +209,10 @@ void VideoManagerSimulator::seekVod(const QString &message, const QString &posit
         return;
     }
     vod.moveTo(*seconds);
+    // Reports count whole seconds: the next comes a second after the jump, as
+    // a player's clock would have it, not at the old rhythm.
+    if (vodTicker->isActive())
+        vodTicker->start();
     note(QStringLiteral("position now %1 of %2").arg(vod.seconds()).arg(vod.length()));
 }
 
