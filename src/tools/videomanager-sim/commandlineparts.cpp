@@ -3,6 +3,8 @@
 #include "cataloguejson.h"
 
 #include <QCommandLineParser>
+#include <QCoreApplication>
+#include <QTextStream>
 
 namespace CommandLineParts {
 
@@ -25,6 +27,17 @@ bool parse(QCommandLineParser &parser, const QStringList &arguments, bool *help,
         return false;
     }
     return true;
+}
+
+int finish(bool help, const QString &text)
+{
+    if (help) {
+        QTextStream(stdout) << text;
+        return 0;
+    }
+    const QString name = QCoreApplication::applicationName();
+    QTextStream(stderr) << name << ": " << text << "\nTry " << name << " --help.\n";
+    return 2;
 }
 
 bool readNumber(const QCommandLineParser &parser, const QString &name, double minimum, bool inclusive,

@@ -21,6 +21,10 @@ bool parse(QCommandLineParser &parser, const QStringList &arguments, bool *help,
 bool readNumber(const QCommandLineParser &parser, const QString &name, double minimum, bool inclusive,
                 double *out, QString *error);
 
+// For a command line that is not to run: prints the help on stdout (0), or
+// what is wrong on stderr (2), and returns that exit code.
+int finish(bool help, const QString &text);
+
 // The catalogue JSON file of option "catalogue", if it is set.
 bool readCatalogue(const QCommandLineParser &parser, SimCatalogue *out, QString *error);
 

@@ -1,10 +1,10 @@
+#include "commandlineparts.h"
 #include "simulatoroptions.h"
 #include "videomanagersimulator.h"
 
 #include "qtopiaipctransport.h"
 
 #include <QCoreApplication>
-#include <QTextStream>
 
 int main(int argc, char *argv[])
 {
@@ -12,15 +12,8 @@ int main(int argc, char *argv[])
     QCoreApplication::setApplicationName(QStringLiteral("videomanager-sim"));
 
     const SimulatorCommandLine commandLine = parseSimulatorCommandLine(QCoreApplication::arguments());
-    if (commandLine.status == SimulatorCommandLine::Help) {
-        QTextStream(stdout) << commandLine.text;
-        return 0;
-    }
-    if (commandLine.status == SimulatorCommandLine::Error) {
-        QTextStream(stderr) << "videomanager-sim: " << commandLine.text << "\n"
-                            << "Try videomanager-sim --help.\n";
-        return 2;
-    }
+    if (commandLine.status != SimulatorCommandLine::Run)
+        return CommandLineParts::finish(commandLine.status == SimulatorCommandLine::Help, commandLine.text);
 
     QtopiaIpcTransport::selectDefault();
     VideoManagerSimulator simulator(commandLine.options);

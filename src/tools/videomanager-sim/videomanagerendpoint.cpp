@@ -23,8 +23,7 @@ VideoManagerEndpoint::VideoManagerEndpoint(QObject *parent)
     auto *requests = new QtopiaChannel(QLatin1String(VodChannel::VideoManager), this);
     connect(requests, &QtopiaChannel::received, this, &VideoManagerEndpoint::onVideoManager);
     auto *calls = new QtopiaChannel(QLatin1String(VodChannel::CallManager), this);
-    connect(calls, &QtopiaChannel::received, this,
-            [this](const QString &message, const QByteArray &data) { onCallManager(message, data); });
+    connect(calls, &QtopiaChannel::received, this, &VideoManagerEndpoint::onCallManager);
 }
 
 VideoManagerEndpoint::~VideoManagerEndpoint() = default;
@@ -35,7 +34,9 @@ int VideoManagerEndpoint::serve(const QString &ready)
     clock.start();
     QTextStream out(stdout);
     const auto stamp = [&clock] { return QStringLiteral("[%1] ").arg(clock.elapsed() / 1000.0, 9, 'f', 3); };
-    connect(this, &VideoManagerEndpoint::logLine, this,
+    // The printing goes with this call: it uses its locals.
+    QObject scope;
+    connect(this, &VideoManagerEndpoint::logLine, &scope,
             [&out, &stamp](const QString &line) { out << stamp() << line << Qt::endl; });
 
     // Listen before saying so, so that a peer that starts now is heard.
@@ -45,9 +46,7 @@ int VideoManagerEndpoint::serve(const QString &ready)
     // Told to stop, it ends as it does normally.
     StopSignals stop;
     connect(&stop, &StopSignals::stopRequested, QCoreApplication::instance(), &QCoreApplication::quit);
-    const int code = QCoreApplication::exec();
-    disconnect(this, &VideoManagerEndpoint::logLine, this, nullptr);
-    return code;
+    return QCoreApplication::exec();
 }
 
 void VideoManagerEndpoint::onVideoManager(const QString &message, const QByteArray &data)

@@ -16,6 +16,13 @@ class VideoManagerEndpoint : public QObject
     Q_OBJECT
 
 public:
+    // Failure codes of "setupFailVod(int)", "startFailVod(int)" and "error(int)"
+    // that no fault option chooses.
+    enum FailureCode { NoContentSetUp = 1, NoSuchTitle = 2, NoMediaFile = 3, MediaError = 4 };
+
+    // The first float of "setupOKVod(...)"; the second is this plus the length.
+    static constexpr float SetupStartMark = 100.0f;
+
     explicit VideoManagerEndpoint(QObject *parent = nullptr);
     ~VideoManagerEndpoint() override;
 

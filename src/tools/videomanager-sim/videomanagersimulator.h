@@ -24,12 +24,6 @@ class VideoManagerSimulator : public VideoManagerEndpoint
     Q_OBJECT
 
 public:
-    // Failure codes of the answers that no option asks for.
-    enum FailureCode { NoContentSetUp = 1, NoSuchTitle = 2 };
-
-    // The first float of "setupOKVod(...)"; the second is this plus the length.
-    static constexpr float SetupStartMark = 100.0f;
-
     explicit VideoManagerSimulator(const SimulatorOptions &options, QObject *parent = nullptr);
     ~VideoManagerSimulator() override;
 

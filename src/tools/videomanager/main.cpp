@@ -1,3 +1,4 @@
+#include "commandlineparts.h"
 #include "mediapipeline.h"
 #include "videomanager.h"
 #include "videomanageroptions.h"
@@ -44,15 +45,8 @@ int main(int argc, char *argv[])
     QCoreApplication::setApplicationName(QStringLiteral("videomanager"));
 
     const VideoManagerCommandLine commandLine = parseVideoManagerCommandLine(QCoreApplication::arguments());
-    if (commandLine.status == VideoManagerCommandLine::Help) {
-        QTextStream(stdout) << commandLine.text;
-        return 0;
-    }
-    if (commandLine.status == VideoManagerCommandLine::Error) {
-        QTextStream(stderr) << "videomanager: " << commandLine.text << "\n"
-                            << "Try videomanager --help.\n";
-        return 2;
-    }
+    if (commandLine.status == VideoManagerCommandLine::Help || commandLine.status == VideoManagerCommandLine::Error)
+        return CommandLineParts::finish(commandLine.status == VideoManagerCommandLine::Help, commandLine.text);
 
     gst_init(nullptr, nullptr);
     const int code = run(commandLine);

@@ -24,12 +24,6 @@ class VideoManager : public VideoManagerEndpoint
     Q_OBJECT
 
 public:
-    // Failure codes of "setupFailVod(int)", "startFailVod(int)" and "error(int)".
-    enum FailureCode { NoContentSetUp = 1, NoSuchTitle = 2, NoMediaFile = 3, MediaError = 4 };
-
-    // The first float of "setupOKVod(...)"; the second is this plus the duration.
-    static constexpr float SetupStartMark = 100.0f;
-
     VideoManager(const VideoManagerOptions &options, VideoPlaneWriter *plane, QObject *parent = nullptr);
     ~VideoManager() override;
 

@@ -3,6 +3,8 @@
 #include <QCryptographicHash>
 #include <QDir>
 
+#include <cerrno>
+#include <signal.h>
 #include <unistd.h>
 
 namespace VideoPlaneLayout {
@@ -20,6 +22,11 @@ QString nameFromEnvironment()
         name += QLatin1Char('-') + QString::fromLatin1(digest.left(12));
     }
     return name;
+}
+
+bool writerAlive(std::int32_t pid)
+{
+    return pid > 0 && (kill(pid, 0) == 0 || errno == EPERM);
 }
 
 }

@@ -46,4 +46,8 @@ inline constexpr std::size_t TotalSize = PixelsOffset + Capacity;
 // root (QPE_ROOT), so that separate runs on one machine never share a plane.
 QString nameFromEnvironment();
 
+// Whether the process that wrote a plane still runs (one of another user's
+// counts too).
+bool writerAlive(std::int32_t pid);
+
 }

@@ -5,7 +5,6 @@
 #include <cerrno>
 #include <cstring>
 #include <fcntl.h>
-#include <signal.h>
 #include <sys/mman.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -37,7 +36,7 @@ bool VideoPlaneReader::attach()
     // no plane: the next writer makes a new one under the same name.
     if (header) {
         const pid_t writer = header->writerPid;
-        if (writer > 0 && (kill(writer, 0) == 0 || errno == EPERM))
+        if (writerAlive(writer))
             return true;
         detach();
     }
@@ -56,7 +55,7 @@ bool VideoPlaneReader::attach()
     std::atomic_thread_fence(std::memory_order_acquire);
     const pid_t writer = header->writerPid;
     if (header->magic != Magic || header->version != Version || header->capacity != Capacity
-        || header->format != FormatRgb32 || writer <= 0 || (kill(writer, 0) != 0 && errno != EPERM)) {
+        || header->format != FormatRgb32 || !writerAlive(writer)) {
         detach();
         return false;
     }

@@ -6,7 +6,6 @@
 #include <cstring>
 #include <new>
 #include <fcntl.h>
-#include <signal.h>
 #include <sys/mman.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -14,11 +13,6 @@
 using namespace VideoPlaneLayout;
 
 namespace {
-bool processAlive(pid_t pid)
-{
-    return pid > 0 && (kill(pid, 0) == 0 || errno == EPERM);
-}
-
 QString systemError(const QString &what)
 {
     return QStringLiteral("%1: %2").arg(what, QString::fromLocal8Bit(std::strerror(errno)));
@@ -35,7 +29,7 @@ pid_t liveOwner(const QByteArray &name)
     if (fstat(fd, &info) == 0 && std::size_t(info.st_size) >= sizeof(Header)) {
         if (void *map = mmap(nullptr, sizeof(Header), PROT_READ, MAP_SHARED, fd, 0); map != MAP_FAILED) {
             const auto *existing = static_cast<const Header *>(map);
-            if (existing->magic == Magic && existing->writerPid != getpid() && processAlive(existing->writerPid))
+            if (existing->magic == Magic && existing->writerPid != getpid() && writerAlive(existing->writerPid))
                 owner = existing->writerPid;
             munmap(map, sizeof(Header));
         }
