@@ -89,7 +89,7 @@ void LauncherScreen::followVideoPlane()
     if (videoPlane.isEmpty())
         return;
     VideoFeed *feed = screenCompositor->videoFeed();
-    feed->watchPlane(videoPlane);
+    feed->watchPlane(videoPlane, liveDisplay);
     // A live frame shows each video frame as it comes, not at the refresh's pace.
     if (liveDisplay)
         connect(feed, &VideoFeed::changed, this, qOverload<>(&QWidget::update));

@@ -28,9 +28,11 @@ VideoFeed::~VideoFeed()
     qDeleteAll(listeners);
 }
 
-void VideoFeed::watchPlane(const QString &name)
+void VideoFeed::watchPlane(const QString &name, bool announceFrames)
 {
     plane = std::make_unique<VideoPlaneReader>(name);
+    if (!announceFrames)
+        return;
     planeSequence = plane->sequence();
     if (!planePoll) {
         planePoll = new QTimer(this);

@@ -35,8 +35,9 @@ public:
     // How many time reports have come so far.
     int reportCount() const { return reports; }
 
-    // Follows the video plane of that name: its new frames are changes.
-    void watchPlane(const QString &name);
+    // Shows the video plane of that name; with `announceFrames` its new frames
+    // are changes (a live display wants each; a composed picture reads the plane).
+    void watchPlane(const QString &name, bool announceFrames);
     // The picture of the video plane: none while no video manager holds one (the
     // display shows its test picture then), a null image while the plane shows nothing.
     std::optional<QImage> planePicture() const;

@@ -161,21 +161,7 @@ void VideoManager::vodSettled()
 
 void VideoManager::startVod(const QString &position)
 {
-    const char *const app = VodChannel::VideoApplication;
-    if (!vod || vodState == Vod::SettingUp) {
-        note(QStringLiteral("no content set up"));
-        send(app, StartFailVod, messageData(qint32(NoContentSetUp)));
-        return;
-    }
-    const double from = parsePositionText(position).value_or(0.0);
-    vodSeeking = vod->seek(from);
-    if (!vod->play()) {
-        send(app, StartFailVod, messageData(qint32(MediaError)));
-        return;
-    }
-    vodState = Vod::Playing;
-    send(app, StartOKVod);
-    vodTicker->start();
+    playVod(position, true, StartOKVod, StartFailVod);
 }
 
 void VideoManager::pauseVod()
@@ -192,22 +178,30 @@ void VideoManager::pauseVod()
 
 void VideoManager::resumeVod(const QString &position)
 {
+    playVod(position, false, ResumedOKVod, Error);
+}
+
+void VideoManager::playVod(const QString &position, bool fromStart, const char *answer, const char *failure)
+{
     const char *const app = VodChannel::VideoApplication;
     if (!vod || vodState == Vod::SettingUp) {
         note(QStringLiteral("no content set up"));
-        send(app, Error, messageData(qint32(NoContentSetUp)));
+        send(app, failure, messageData(qint32(NoContentSetUp)));
         return;
     }
-    if (const std::optional<double> at = parsePositionText(position))
+    std::optional<double> at = parsePositionText(position);
+    if (!at && fromStart)
+        at = 0.0;
+    if (at)
         vodSeeking = vod->seek(*at);
     else
         note(QStringLiteral("\"%1\" is no position: going on from where it is").arg(position));
     if (!vod->play()) {
-        send(app, Error, messageData(qint32(MediaError)));
+        send(app, failure, messageData(qint32(MediaError)));
         return;
     }
     vodState = Vod::Playing;
-    send(app, ResumedOKVod);
+    send(app, answer);
     vodTicker->start();
 }
 

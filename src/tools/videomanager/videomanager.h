@@ -40,6 +40,9 @@ private:
     void startVod(const QString &position);
     void pauseVod();
     void resumeVod(const QString &position);
+    // Plays from `position` (the start when it is none and `fromStart`, else
+    // from where it is) and answers `answer`, or `failure` with its code.
+    void playVod(const QString &position, bool fromStart, const char *answer, const char *failure);
     void seekVod(const QString &message, const QString &position);
     void vodFinished();
     void vodFailed(const QString &why);
