@@ -1,15 +1,15 @@
 #!/usr/bin/env bash
-# Runs one end-to-end test under valgrind's memcheck: the roads that play VOD
-# titles and a broadcast against the in-process video-manager simulator and
-# lose the simulator midway (browser, list, information page, small player,
-# push viewer, watchdogs, notices, the launcher's window manager). Any memcheck error or definite leak
-# fails the run. Builds the program into build/ (the normal build) first.
-# Usage: scripts/memcheck.sh [test program name, default tst_roads]
+# Runs one test program under valgrind's memcheck, by default the screen-truth
+# roads: the browser, information page, small and full-screen players and the
+# push viewer through calls, broadcasts, notices, the silent server's watchdog
+# and the end, on the launcher's display and window manager. Any memcheck
+# error or definite leak fails the run. Builds the program into build/ (the normal build) first.
+# Usage: scripts/memcheck.sh [test program name, default tst_screentruth]
 set -euo pipefail
 cd "$(dirname "$0")/.."
 root=$(pwd)
 builddir=${MEMCHECK_BUILD_DIR:-$root/build}
-program=${1:-tst_roads}
+program=${1:-tst_screentruth}
 
 cmake -S . -B "$builddir" -DCMAKE_BUILD_TYPE=RelWithDebInfo >/dev/null
 cmake --build "$builddir" -j"${JOBS:-$(nproc)}" --target "$program"

@@ -1,12 +1,14 @@
-#include "e2eprograms.h"
 #include "messaging/messagedata.h"
+#include "testenvironment.h"
 
 #include <QDBusConnection>
 #include <QDBusMessage>
+#include <QDeadlineTimer>
 #include <QDir>
 #include <QElapsedTimer>
 #include <QImage>
 #include <QProcess>
+#include <QRegularExpression>
 #include <QTemporaryDir>
 #include <QtEndian>
 #include <QtTest>
@@ -30,6 +32,150 @@
 
 namespace {
 
+const QString Interface = QStringLiteral("com.trolltech.qtopia");
+
+// A program whose output is collected line by line as it comes; asked to end
+// (SIGTERM) when the test is done with it.
+class Program : public QObject
+{
+public:
+    Program(const QString &name, const QString &path, const QStringList &arguments, const QProcessEnvironment &env)
+        : name(name)
+    {
+        process.setProcessEnvironment(env);
+        connect(&process, &QProcess::readyReadStandardOutput, this,
+                [this] { take(process.readAllStandardOutput(), outPart, out); });
+        connect(&process, &QProcess::readyReadStandardError, this,
+                [this] { take(process.readAllStandardError(), errPart, err); });
+        process.start(path, arguments);
+    }
+    ~Program() override { stop(); }
+
+    // Ends the program as a signal does; true if it ended with code 0.
+    bool stop()
+    {
+        if (process.state() != QProcess::NotRunning) {
+            process.terminate();
+            if (!process.waitForFinished(10000 * Slowdown)) {
+                process.kill();
+                process.waitForFinished(5000);
+                return false;
+            }
+        }
+        return process.exitStatus() == QProcess::NormalExit && process.exitCode() == 0;
+    }
+    void write(const QByteArray &text) { process.write(text); }
+    void closeInput() { process.closeWriteChannel(); }
+    bool running() const { return process.state() != QProcess::NotRunning; }
+    int exitCode() const { return process.exitCode(); }
+    // Both outputs, for a failed test's report.
+    QString dump() const
+    {
+        return QStringLiteral("--- %1 stdout:\n%2\n--- %1 stderr:\n%3\n").arg(name, out.join('\n'), err.join('\n'));
+    }
+
+    QString name;
+    QProcess process;
+    QStringList out;
+    QStringList err;
+
+private:
+    static void take(const QByteArray &bytes, QByteArray &part, QStringList &lines)
+    {
+        part += bytes;
+        qsizetype end;
+        while ((end = part.indexOf('\n')) >= 0) {
+            lines << QString::fromUtf8(part.left(end));
+            part.remove(0, end + 1);
+        }
+    }
+
+    QByteArray outPart;
+    QByteArray errPart;
+};
+
+// The index of the first line from `from` on that matches, waiting for it (the
+// deadline stretched for the sanitizers' build); -1 when none came in time.
+qsizetype waitForLine(const QStringList &lines, const QString &pattern, qsizetype from = 0, int timeoutMs = 10000)
+{
+    const QRegularExpression re(pattern);
+    QDeadlineTimer deadline(qint64(timeoutMs) * Slowdown);
+    for (;;) {
+        for (qsizetype i = from; i < lines.size(); ++i) {
+            if (re.match(lines.at(i)).hasMatch())
+                return i;
+        }
+        if (deadline.hasExpired())
+            return -1;
+        QTest::qWait(10);
+    }
+}
+
+// Waits until the launcher has handled every notification the bus carried so
+// far: a message its transport refuses (a text where it takes a byte array),
+// sent now, is refused (and says so) after all of them.
+bool launcherSettled(const Program &launcher)
+{
+    const QRegularExpression refused(QStringLiteral("ignored \"?e2eProbe\\(\\)\"?"));
+    const qsizetype before = launcher.err.filter(refused).size();
+    QDBusMessage probe = QDBusMessage::createSignal(QStringLiteral("/com/trolltech/qtopia/QPE_2FVideoApplication"),
+                                                    Interface, QStringLiteral("e2eProbe_28_29"));
+    probe << QStringLiteral("probe");
+    if (!QDBusConnection::sessionBus().send(probe))
+        return false;
+    QDeadlineTimer deadline(10000 * Slowdown);
+    while (launcher.err.filter(refused).size() == before) {
+        if (deadline.hasExpired())
+            return false;
+        QTest::qWait(10);
+    }
+    return true;
+}
+
+// A failed wait shows what it waited for; cleanup() shows the programs' output.
+#define WAIT_LINE(index, lines, pattern, from, timeout)                                                        \
+    const qsizetype index = waitForLine(lines, pattern, from, timeout);                                         \
+    QVERIFY2(index >= 0, qPrintable(QStringLiteral("no line matching %1").arg(pattern)))
+
+// Every signal of the module's interface on the bus, in the bus's order, as
+// "path member hex", with its bytes and the time it was seen.
+class BusWatch : public QObject
+{
+    Q_OBJECT
+
+public:
+    explicit BusWatch(QDBusConnection bus)
+        : bus(bus)
+    {
+        clock.start();
+        // QDBusConnection offers only the string form of the slot.
+        ok = bus.connect(QString(), QString(), Interface, QString(), this, SLOT(seen(QDBusMessage)));
+    }
+    ~BusWatch() override { bus.disconnect(QString(), QString(), Interface, QString(), this, SLOT(seen(QDBusMessage))); }
+
+    bool ok = false;
+    QStringList lines;
+    QList<QByteArray> data;
+    QList<qint64> times; // milliseconds since the watch began
+
+private slots:
+    void seen(const QDBusMessage &message)
+    {
+        const QByteArray bytes =
+            message.arguments().isEmpty() ? QByteArray() : message.arguments().constFirst().toByteArray();
+        QString line = message.path().section('/', -1) + ' ' + message.member();
+        if (!bytes.isEmpty())
+            line += ' ' + QString::fromLatin1(bytes.toHex());
+        lines << line;
+        data << bytes;
+        times << clock.elapsed();
+    }
+
+private:
+    QDBusConnection bus;
+    QElapsedTimer clock;
+};
+
 // The clip: five seconds of one colour, 64 x 48, far smaller than any video
 // window, so that only a picture scaled to the window fills it. The catalogue
 // says seven: the simulator plays what the catalogue says, the real video
@@ -41,7 +187,7 @@ constexpr QRgb ClipColour = 0xff96d228;
 constexpr QRgb StreamColour = 0xffc88c14;
 // How late a message may be seen on a busy machine (the sanitizers' build
 // runs our programs several times slower; GStreamer's threads do not).
-constexpr double Jitter = E2ESlowness > 1 ? 1.0 : 0.5;
+constexpr double Jitter = Slowdown > 1 ? 1.0 : 0.5;
 
 const QString VodTime = QStringLiteral("^QPE_2FVideoApplication currentTime_28float_29 ");
 const QString PushTime = QStringLiteral("^QPE_2FPushApplication currentTime_28float_29 ");
@@ -80,8 +226,7 @@ int freeUdpPort()
 bool signal(const char *channel, const char *member)
 {
     return QDBusConnection::sessionBus().send(QDBusMessage::createSignal(
-        QStringLiteral("/com/trolltech/qtopia/") + QLatin1String(channel), QStringLiteral("com.trolltech.qtopia"),
-        QLatin1String(member)));
+        QStringLiteral("/com/trolltech/qtopia/") + QLatin1String(channel), Interface, QLatin1String(member)));
 }
 
 } // namespace
@@ -339,7 +484,7 @@ void tst_DBusRoads::vodRoad()
     WAIT_LINE(stop, launcher->out, "^QPE/VideoManager stopVod\\(\\)$", 0, 5000);
 
     launcher->closeInput();
-    QTRY_VERIFY_WITH_TIMEOUT(!launcher->running(), 10000 * E2ESlowness);
+    QTRY_VERIFY_WITH_TIMEOUT(!launcher->running(), 10000 * Slowdown);
     QCOMPARE(launcher->exitCode(), 0);
 }
 
@@ -376,9 +521,9 @@ void tst_DBusRoads::pushRoad()
         sender->stop();
     WAIT_LINE(end, bus->lines, "^QPE_2FPushApplication endOKMulticastPush_28_29$", again, 10000);
     // The end of the pictures ends it (--push-timeout), not the viewer's 30-second watchdog.
-    QVERIFY2(sinceStop.elapsed() < 5000 * E2ESlowness, qPrintable(QString::number(sinceStop.elapsed())));
+    QVERIFY2(sinceStop.elapsed() < 5000 * Slowdown, qPrintable(QString::number(sinceStop.elapsed())));
     WAIT_LINE(stop, launcher->out, "^QPE/VideoManager stopMulticastPush\\(\\)$", 0, 5000);
-    QTRY_VERIFY_WITH_TIMEOUT(!launcher->running(), 10000 * E2ESlowness);
+    QTRY_VERIFY_WITH_TIMEOUT(!launcher->running(), 10000 * Slowdown);
     QCOMPARE(launcher->exitCode(), 0);
 }
 
@@ -444,7 +589,7 @@ void tst_DBusRoads::picture()
     }
     QVERIFY(launcherSettled(*launcher));
     launcher->closeInput();
-    QTRY_VERIFY_WITH_TIMEOUT(!launcher->running(), 10000 * E2ESlowness);
+    QTRY_VERIFY_WITH_TIMEOUT(!launcher->running(), 10000 * Slowdown);
     QCOMPARE(launcher->exitCode(), 0);
 
     const QImage image(shot);

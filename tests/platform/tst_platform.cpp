@@ -1,10 +1,10 @@
 // The platform layer the module calls: channels and envelopes on the
 // in-process transport, the notice and wait pop-ups, soft-key labels, the
-// value space, category logging, EUC-KR, device paths.
+// value space, category logging, device paths. (EUC-KR names show in the
+// browser's tests and the storyboard.)
 
 #include "devicepath.h"
 #include "noticewatcher.h"
-#include "qeuckr.h"
 #include "qlogbase.h"
 #include "qnoticedialog.h"
 #include "qsoftmenubar.h"
@@ -62,8 +62,6 @@ private slots:
     void waitPopUp_data();
     void waitPopUp();
     void smallServices();
-    void eucKr_data();
-    void eucKr();
 };
 
 // A message leaves when its envelope goes, and arrives through the event loop,
@@ -239,23 +237,6 @@ void tst_Platform::smallServices()
     QCOMPARE(devicePath("/tmp/status/x"), QString("/srv/phone/tmp/status/x"));
     qunsetenv("QPE_ROOT");
     QCOMPARE(devicePath("/tmp/status/x"), QString("/tmp/status/x"));
-}
-
-void tst_Platform::eucKr_data()
-{
-    QTest::addColumn<QByteArray>("bytes");
-    QTest::addColumn<QString>("text");
-    QTest::newRow("hangul syllable") << QByteArray("\xB0\xA1") << QString(QChar(0xAC00));
-    QTest::newRow("stops at NUL") << QByteArray("\xB0\xA1\0\xB0\xA1", 5) << QString(QChar(0xAC00));
-    QTest::newRow("mixed") << QByteArray("\xC7\xD1 A") << QString::fromUtf8("\xED\x95\x9C A");
-}
-
-void tst_Platform::eucKr()
-{
-    QFETCH(QByteArray, bytes);
-    QFETCH(QString, text);
-    QCOMPARE(qEUCKRtoQString(bytes), text);
-    QCOMPARE(qEUCKRtoQString(bytes.constData()), text);
 }
 
 QTEST_MAIN(tst_Platform)

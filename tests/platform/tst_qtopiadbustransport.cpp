@@ -135,14 +135,6 @@ private:
     QString address;
     std::unique_ptr<QtopiaDBusTransport> transport;
 
-    // Runs a bus tool against the private bus and waits for it.
-    static bool runTool(const QString &program, const QStringList &arguments)
-    {
-        QProcess tool;
-        tool.start(program, arguments);
-        return tool.waitForFinished(10000) && tool.exitStatus() == QProcess::NormalExit && tool.exitCode() == 0;
-    }
-
 private slots:
     void initTestCase()
     {
@@ -259,56 +251,6 @@ private slots:
         QDBusConnection::disconnectFromBus("raw-peer");
     }
 
-    void anotherProcessReachesTheChannel_data()
-    {
-        QTest::addColumn<QStringList>("call");
-        QTest::addColumn<QString>("message");
-        QTest::addColumn<QByteArray>("hex");
-        const QString push = "/com/trolltech/qtopia/QPE_2FPushApplication";
-        QTest::newRow("empty block")
-            << QStringList{push, "com.trolltech.qtopia.startPush_28_29", "array:byte:"} << "startPush()"
-            << QByteArray("");
-        QTest::newRow("float block")
-            << QStringList{push, "com.trolltech.qtopia.currentTime_28float_29", "array:byte:0x41,0x48,0,0"}
-            << "currentTime(float)" << QByteArray("41480000");
-        QTest::newRow("wrong argument type is dropped")
-            << QStringList{push, "com.trolltech.qtopia.startPush_28_29", "string:abc"} << "" << QByteArray();
-        QTest::newRow("broken member name is dropped")
-            << QStringList{push, "com.trolltech.qtopia.bad_ZZ"} << "" << QByteArray();
-        QTest::newRow("other channel is not heard")
-            << QStringList{"/com/trolltech/qtopia/QPE_2FVideoApplication", "com.trolltech.qtopia.startPush_28_29",
-                           "array:byte:"}
-            << "" << QByteArray();
-    }
-    void anotherProcessReachesTheChannel()
-    {
-        QFETCH(QStringList, call);
-        QFETCH(QString, message);
-        QFETCH(QByteArray, hex);
-
-        QtopiaIpcTransport::setInstance(transport.get());
-        QtopiaChannel channel("QPE/PushApplication", nullptr);
-        QSignalSpy spy(&channel, &QtopiaChannel::received);
-        transport->sync();
-        if (message.isEmpty() && call.size() > 2 && call.at(2).startsWith("string:"))
-            QTest::ignoreMessage(QtWarningMsg, QRegularExpression("ignored .*startPush\\(\\).* instead of ay"));
-        if (call.at(1).endsWith("bad_ZZ"))
-            QTest::ignoreMessage(QtWarningMsg, QRegularExpression("ignored D-Bus signal with unknown names"));
-        QVERIFY(runTool("dbus-send", QStringList{"--session", "--type=signal"} + call));
-        // A marker sent afterwards by the same tool proves that the first one
-        // was handled (or dropped) by then.
-        QVERIFY(runTool("dbus-send", {"--session", "--type=signal", "/com/trolltech/qtopia/QPE_2FPushApplication",
-                                      "com.trolltech.qtopia.marker_28_29", "array:byte:"}));
-        QTRY_VERIFY(!spy.isEmpty() && spy.constLast().at(0).toString() == "marker()");
-        if (message.isEmpty()) {
-            QCOMPARE(spy.size(), 1);
-        } else {
-            QCOMPARE(spy.size(), 2);
-            QCOMPARE(spy.first().at(0).toString(), message);
-            QCOMPARE(spy.first().at(1).toByteArray().toHex(), hex);
-        }
-    }
-
     // Channels opened before the bus transport was installed move over, each
     // subscribed once however many listeners it has.
     void channelsMoveToTheBus()
@@ -323,39 +265,6 @@ private slots:
         QtopiaIpcEnvelope("QPE/Move", "two()");
         QTRY_COMPARE(seen.size(), 2);
         QCOMPARE(seen, (QStringList{"one()", "two()"}));
-    }
-
-    void choice_data()
-    {
-        QTest::addColumn<QString>("requested");
-        QTest::addColumn<bool>("reachable");
-        QTest::addColumn<bool>("dbus");
-        QTest::addColumn<bool>("warning");
-        QTest::addColumn<bool>("probed");
-        QTest::newRow("auto with a bus") << "" << true << true << false << true;
-        QTest::newRow("auto without a bus") << "" << false << false << false << true;
-        QTest::newRow("local never asks the bus") << "local" << true << false << false << false;
-        QTest::newRow("dbus with a bus") << "dbus" << true << true << false << true;
-        QTest::newRow("dbus without a bus falls back") << "dbus" << false << false << true << true;
-        QTest::newRow("unknown value warns") << "qcop" << true << true << true << true;
-    }
-    void choice()
-    {
-        QFETCH(QString, requested);
-        QFETCH(bool, reachable);
-        QFETCH(bool, dbus);
-        QFETCH(bool, warning);
-        QFETCH(bool, probed);
-        int probes = 0;
-        const QtopiaIpcTransport::Choice c = QtopiaIpcTransport::choose(requested, [&] {
-            ++probes;
-            return reachable;
-        });
-        QCOMPARE(c.kind == QtopiaIpcTransport::Kind::DBus, dbus);
-        QCOMPARE(c.warning, warning);
-        QCOMPARE(probes, probed ? 1 : 0);
-        QVERIFY(!c.text.isEmpty());
-        QVERIFY(!c.text.contains('\n'));
     }
 
     // A request sent after the bus daemon went is lost, and says so.

@@ -4,6 +4,7 @@
 // without a repaint).
 
 #include "browser/mvodinfoview.h"
+#include "browser/mvodlistview.h"
 #include "devicekeys.h"
 #include "entry/applicationimpl.h"
 #include "messaging/messagedata.h"
@@ -15,6 +16,8 @@
 #include "testdisplay.h"
 #include "testenvironment.h"
 #include "vod.h"
+#include "vodcatalogue.h"
+#include "vodcataloguefixture.h"
 #include "vodplayer/vodplayfullscreenview.h"
 #include "vodplayer/vodplaysmallscreenview.h"
 
@@ -42,6 +45,14 @@ struct Step
 void notifyOn(const char *channel, const char *message, const QByteArray &data = QByteArray())
 {
     deliver(QLatin1String(channel), QLatin1String(message), data);
+}
+
+// Types a key to the player that is up: after a notice or a hand-over the
+// keyboard must be a player's again, never the browser's, a page's or a notice's.
+void keyToPlayer(int key, Qt::KeyboardModifiers modifiers = Qt::NoModifier)
+{
+    QTRY_VERIFY(qobject_cast<VodPlayView *>(QApplication::activeWindow()));
+    QVERIFY(typeKey(key, modifiers));
 }
 
 void fire(QTimer *timer)
@@ -108,7 +119,7 @@ void tst_ScreenTruth::pushViews()
     const auto on = [](const char *message, const QByteArray &data = QByteArray()) {
         return [message, data] { notifyOn(VodChannel::PushApplication, message, data); };
     };
-    const auto key = [](int k) { return [k] { QVERIFY(typeKey(k)); }; };
+    const auto key = [](int k) { return [k] { keyToPlayer(k); }; };
 
     RUN_CHECKED({{"start", on(StartPush)}, {"time", on(CurrentTime, messageData(3.0f))}});
     QTRY_VERIFY(push->playScreenReady);
@@ -151,18 +162,23 @@ void tst_ScreenTruth::vodPlayers()
     QFETCH(int, depth);
     TestDisplay display;
     NoticeWatcher notices;
+    env->writeFile(QLatin1String(VodCatalogue::ContentsFile), VodCatalogueFixture::contentsFile({"t0", "t1"}));
     auto browser = std::make_unique<vod>();
     browser->showMaximized();
+    // The browser at the titles asks for the set-up of the second.
+    notifyOn(VodChannel::VideoApplication, GetContentsList);
+    openRow(*browser, 1);
+    QCOMPARE(browser->currentLevel, int(MediaInfoLevel));
     const auto on = [](const char *message, const QByteArray &data = QByteArray()) {
         return [message, data] { notifyOn(VodChannel::VideoApplication, message, data); };
     };
     const auto key = [](int k, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
-        return [k, modifiers] { QVERIFY(typeKey(k, modifiers)); };
+        return [k, modifiers] { keyToPlayer(k, modifiers); };
     };
     // A title of 312.5 s: long enough (207 s or more) that the progress bar
     // draws the exact proportion, which does not change from paint to paint.
     RUN_CHECKED({{"set up", on(SetupOKVod, messageData(qint32(0), qint32(0), qint32(1), 100.0f, 412.5f, 0.0f))},
-                {"play", key(Qt::Key_Context1)},
+                {"play", [] { QVERIFY(typeKey(Qt::Key_Context1)); }},
                 {"started", on(StartOKVod)},
                 {"time 10 s", on(CurrentTime, messageData(10.0f))},
                 {"time 60 s", on(CurrentTime, messageData(60.0f))}});
@@ -199,10 +215,19 @@ void tst_ScreenTruth::vodPlayers()
         {"broadcast starts", on(StartVideoPushApp)},
         {"paused for it", on(PauseOKVod, messageData(151.0f))},
         {"broadcast over", on(StopVideoPushApp)},
+        {"volume down after the notice", key(Qt::Key_VolumeDown)},
         {"resumed", on(ResumedOKVod)},
         {"time 311 s", on(CurrentTime, messageData(311.9f))},
         {"server paused", on(PauseVodByServer, messageData(312.0f))},
     });
+    if (depth != Small)
+        return;
+    // The player's own stop may cross the video manager's end: a second end
+    // finds the player and its page closed and steps back no further.
+    RUN_CHECKED({{"ended", on(EndOKVod)}, {"ended again", on(EndOKVod)}});
+    QCOMPARE(browser->currentLevel, int(ContentsLevel));
+    QTRY_VERIFY(browser->isActiveWindow());
+    QCOMPARE(typeKey(Qt::Key_Up), browser->listView);
 }
 
 QTEST_MAIN(tst_ScreenTruth)

@@ -1,6 +1,7 @@
-// Every text that the design draws into a box of fixed size fits that box
-// with the phone's face at the display's 72 dots per inch, in English and in
-// Korean: nothing is cut at a box's or the display's edge.
+// Every translated text that the design draws into a box of fixed size fits
+// that box with the phone's face at the display's 72 dots per inch, in English
+// and in Korean: nothing is cut at a box's edge. (Digits, the same in both,
+// show in the storyboard's pictures.)
 
 #include "moduletranslation.h"
 #include "phonetheme.h"
@@ -42,10 +43,6 @@ void tst_TextFit::fits_data()
 
     for (const QString &language : {QStringLiteral("en"), QStringLiteral("ko")}) {
         const auto row = [&](const char *name) -> QTestData & { return QTest::addRow("%s %s", qPrintable(language), name); };
-        // The small players' read-out starts at x 398: 82 pixels to the display's edge.
-        row("read-out") << language << QString() << QStringLiteral("00:00:00") << 20 << false << false << 82;
-        // The control panel's read-out starts at x 385, in a panel that ends at x 479.
-        row("panel read-out") << language << QString() << QStringLiteral("00:00:00") << 20 << false << false << 94;
         // The strips' labels end at x 442, inside the image cell from x 392.
         row("Full") << language << QStringLiteral("VodPlaySmallScreenView") << QStringLiteral("Full") << 21 << false
                     << true << 50;
@@ -55,10 +52,6 @@ void tst_TextFit::fits_data()
                    << true << 50;
         row("Max (push)") << language << QStringLiteral("VideoPushFullView") << QStringLiteral("Max") << 21 << false
                           << true << 50;
-        // The volume level, right-aligned in 50 pixels ending at x 471, and
-        // in the overlay, left-aligned in 50 pixels.
-        row("level") << language << QString() << QStringLiteral("16") << 20 << false << false << 50;
-        row("overlay level") << language << QString() << QStringLiteral("16") << 24 << false << false << 50;
         row("Mute") << language << QStringLiteral("VodPlayView") << QStringLiteral("Mute") << 20 << false << false
                     << 100;
         // The information page's labels, 70 pixels wide.
@@ -66,7 +59,6 @@ void tst_TextFit::fits_data()
                      << 70;
         row("PlayTime") << language << QStringLiteral("MVodInfoView") << QStringLiteral("PlayTime") << 17 << true
                         << false << 70;
-        row("play time") << language << QString() << QStringLiteral("00:00:00") << 30 << true << false << 339;
     }
 }
 
@@ -81,10 +73,8 @@ void tst_TextFit::fits()
     QFETCH(int, room);
 
     QVERIFY(ModuleTranslation::install(language));
-    const QString shown = context.isEmpty()
-                              ? text
-                              : QCoreApplication::translate(qPrintable(context), qPrintable(text));
-    QCOMPARE(shown == text, language == QLatin1String("en") || context.isEmpty());
+    const QString shown = QCoreApplication::translate(qPrintable(context), qPrintable(text));
+    QCOMPARE(shown == text, language == QLatin1String("en"));
 
     QFont font;
     if (pixelSize)

@@ -1,6 +1,8 @@
 #include "testenvironment.h"
 
+#include "browser/mvodlistview.h"
 #include "qtopiachannel.h"
+#include "vod.h"
 
 #include <QApplication>
 #include <QDir>
@@ -83,4 +85,18 @@ int deleteLeakedTopLevels()
     for (const QPointer<QWidget> &w : leaked)
         delete w.data();
     return int(leaked.size());
+}
+
+QStringList listRows(const vod &browser)
+{
+    QStringList texts;
+    for (int i = 0; i < browser.listView->count(); ++i)
+        texts << browser.listView->item(i)->text();
+    return texts;
+}
+
+void openRow(vod &browser, int row)
+{
+    browser.listView->setCurrentRow(row);
+    pressKey(browser.listView, Qt::Key_Select, Qt::KeypadModifier);
 }

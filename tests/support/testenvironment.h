@@ -10,6 +10,22 @@
 #include "qtopiaipctransport.h"
 
 class QWidget;
+class vod;
+
+// The sanitizers' build runs several times slower and keeps freed memory in
+// quarantine: time limits stretch by Slowdown, memory is not measured there.
+#if defined(__SANITIZE_ADDRESS__)
+#define VOD_ASAN 1
+#elif defined(__has_feature)
+#if __has_feature(address_sanitizer)
+#define VOD_ASAN 1
+#endif
+#endif
+#ifdef VOD_ASAN
+inline constexpr int Slowdown = 5;
+#else
+inline constexpr int Slowdown = 1;
+#endif
 
 // Gives a test program its own device root (QPE_ROOT) and its own settings
 // location, so that no test touches the user's settings or the real /tmp files.
@@ -41,6 +57,11 @@ void deliver(const QString &channel, const QString &message, const QByteArray &d
 // Sends a key press and release straight to a widget, the way the device
 // does. QTest::keyClick cannot take the device's own key codes.
 void pressKey(QWidget *widget, int key, Qt::KeyboardModifiers modifiers = Qt::NoModifier);
+
+// The texts of the browser's list rows.
+QStringList listRows(const vod &browser);
+// Opens a row of the browser's list with the keypad's Select, as the user does.
+void openRow(vod &browser, int row);
 
 // Runs the posted events (the in-process transport delivers through them).
 void flushEvents();

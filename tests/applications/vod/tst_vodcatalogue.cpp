@@ -3,12 +3,16 @@
 #include "testenvironment.h"
 #include "vodcataloguefixture.h"
 
-#include <QRegularExpression>
 #include <QTest>
 
 #include <memory>
 
 using namespace VodCatalogueFixture;
+
+namespace {
+// The lists other than a group's parts.
+constexpr int Groups = -100, Titles = -101;
+}
 
 class tst_VodCatalogue : public QObject
 {
@@ -18,16 +22,11 @@ private slots:
     void initTestCase();
 
     void layoutOffsets();
-    void groupNames_data();
-    void groupNames();
-    void partNames_data();
-    void partNames();
-    void contentTitles_data();
-    void contentTitles();
+    void names_data();
+    void names();
 
     void load_data();
     void load();
-    void loadMissingFile();
 
 private:
     std::unique_ptr<TestEnvironment> env;
@@ -61,63 +60,40 @@ void tst_VodCatalogue::layoutOffsets()
     QCOMPARE(VodCatalogue::contentTitles(contents), QStringList({"a", "b", "c"}));
 }
 
-void tst_VodCatalogue::groupNames_data()
+void tst_VodCatalogue::names_data()
 {
     QTest::addColumn<QByteArray>("file");
-    QTest::addColumn<QStringList>("names");
-
-    const Group alpha{"alpha", {"a1", "a2"}};
-    const Group beta{"beta", {"b1"}};
-    const QByteArray two = groupFile({alpha, beta});
-
-    QTest::newRow("two groups") << two << QStringList({"alpha", "beta"});
-    QTest::newRow("empty file") << QByteArray() << QStringList();
-    QTest::newRow("count only, zero") << int32le(0) << QStringList();
-    QTest::newRow("negative count") << groupFile({alpha, beta}, -2) << QStringList();
-    QTest::newRow("count cut short") << QByteArray("\x02\x00", 2) << QStringList();
-    QTest::newRow("count larger than records")
-        << groupFile({alpha, beta}, 5) << QStringList({"alpha", "beta"});
-    QTest::newRow("huge count") << groupFile({alpha}, 0x7fffffff) << QStringList({"alpha"});
-    QTest::newRow("last record truncated") << two.left(two.size() - 100) << QStringList({"alpha"});
-    QTest::newRow("record cut inside its name") << two.left(4 + 1772 + 10) << QStringList({"alpha"});
-
-    // A name that fills its field runs on into the first part slot.
-    const Group full{QByteArray(84, 'N'), {"p0"}};
-    QTest::newRow("name without NUL")
-        << groupFile({full}) << QStringList({QString(84, QLatin1Char('N')) + "p0"});
-
-    // Everything after the count is one name without any NUL: it stops at the
-    // longest name read.
-    QTest::newRow("no NUL up to the end")
-        << (int32le(1) + QByteArray(1772, 'x')) << QStringList({QString(1024, QLatin1Char('x'))});
-}
-
-void tst_VodCatalogue::groupNames()
-{
-    QFETCH(QByteArray, file);
-    QFETCH(QStringList, names);
-    QCOMPARE(VodCatalogue::groupNames(file), names);
-}
-
-void tst_VodCatalogue::partNames_data()
-{
-    QTest::addColumn<QByteArray>("file");
-    QTest::addColumn<int>("group");
+    QTest::addColumn<int>("group"); // the group whose parts are read; Groups, Titles: the other lists
     QTest::addColumn<QStringList>("names");
 
     const Group alpha{"alpha", {"a1", "a2", "a3"}};
     const Group beta{"beta", {"b1"}};
     const QByteArray two = groupFile({alpha, beta});
+    const QByteArray three = contentsFile({"one", "two", "three"});
 
-    QTest::newRow("first group") << two << 0 << QStringList({"a1", "a2", "a3"});
-    QTest::newRow("second group") << two << 1 << QStringList({"b1"});
-    QTest::newRow("no catalogue") << QByteArray() << 0 << QStringList();
+    QTest::newRow("two groups") << two << Groups << QStringList({"alpha", "beta"});
+    QTest::newRow("no group file") << QByteArray() << Groups << QStringList();
+    QTest::newRow("negative group count") << groupFile({alpha, beta}, -2) << Groups << QStringList();
+    QTest::newRow("group count cut short") << QByteArray("\x02\x00", 2) << Groups << QStringList();
+    QTest::newRow("group count larger than records") << groupFile({alpha, beta}, 5) << Groups
+                                                     << QStringList({"alpha", "beta"});
+    QTest::newRow("huge group count") << groupFile({alpha}, 0x7fffffff) << Groups << QStringList({"alpha"});
+    QTest::newRow("last group truncated") << two.left(two.size() - 100) << Groups << QStringList({"alpha"});
+    QTest::newRow("group cut inside its name") << two.left(4 + 1772 + 10) << Groups << QStringList({"alpha"});
+    // A name that fills its field runs on into the first part slot.
+    QTest::newRow("group name without NUL") << groupFile({Group{QByteArray(84, 'N'), {"p0"}}}) << Groups
+                                            << QStringList({QString(84, QLatin1Char('N')) + "p0"});
+    // Everything after the count is one name without any NUL: it stops at the
+    // longest name read.
+    QTest::newRow("no NUL up to the end") << (int32le(1) + QByteArray(1772, 'x')) << Groups
+                                          << QStringList({QString(1024, QLatin1Char('x'))});
+
+    QTest::newRow("parts of the first group") << two << 0 << QStringList({"a1", "a2", "a3"});
+    QTest::newRow("parts of the second group") << two << 1 << QStringList({"b1"});
     QTest::newRow("negative group") << two << -1 << QStringList();
     QTest::newRow("group beyond the file") << two << 2 << QStringList();
     QTest::newRow("huge group index") << two << 0x7fffffff << QStringList();
-    QTest::newRow("zero parts") << groupFile({Group{"g", {"x"}, 0}}) << 0 << QStringList();
     QTest::newRow("negative part count") << groupFile({Group{"g", {"x"}, -5}}) << 0 << QStringList();
-
     QStringList twenty;
     QList<QByteArray> twentyParts;
     for (int j = 0; j < 20; ++j) {
@@ -126,8 +102,8 @@ void tst_VodCatalogue::partNames_data()
     }
     // The last group of the file claims more than its 20 slots: the slots past
     // them lie beyond the loaded bytes and are not read.
-    QTest::newRow("part count above 20, last group")
-        << groupFile({Group{"g", twentyParts, 0x7fffffff}}) << 0 << twenty;
+    QTest::newRow("part count above 20, last group") << groupFile({Group{"g", twentyParts, 0x7fffffff}}) << 0
+                                                     << twenty;
     QTest::newRow("part count above 20, loaded with its trailing zero")
         << groupFile({Group{"g", twentyParts, 25}}) + QByteArray(1, '\0') << 0 << twenty;
     // With a group after it, slot 20 is the start of the next record (its first
@@ -135,43 +111,31 @@ void tst_VodCatalogue::partNames_data()
     QTest::newRow("part count 21, next record follows")
         << groupFile({Group{"g", twentyParts, 21}}, 1) + groupRecord(Group{"h", {"h1"}}) << 0
         << twenty + QStringList({QString::fromLatin1("\x5a\x5a\x5a\x5a\x01")});
-    QTest::newRow("second group truncated inside its slots")
-        << two.left(4 + 1772 + 92 + 84 / 2) << 1 << QStringList();
+    QTest::newRow("second group truncated inside its slots") << two.left(4 + 1772 + 92 + 84 / 2) << 1
+                                                             << QStringList();
+
+    QTest::newRow("three titles") << three << Titles << QStringList({"one", "two", "three"});
+    QTest::newRow("header cut inside the count") << three.left(10) << Titles << QStringList();
+    QTest::newRow("zero title count") << contentsFile({"one"}, 0) << Titles << QStringList();
+    QTest::newRow("negative title count") << contentsFile({"one"}, -3) << Titles << QStringList();
+    QTest::newRow("title count larger than records") << contentsFile({"one", "two"}, 4) << Titles
+                                                     << QStringList({"one", "two"});
+    QTest::newRow("huge title count, truncated file")
+        << contentsFile({"one", "two"}, 0x7fffffff).left(16 + 240 + 17) << Titles << QStringList({"one"});
+    // The raw bytes are kept, one character per byte; decoding is the list's.
+    QTest::newRow("EUC-KR bytes kept raw") << contentsFile({QByteArray("\xb0\xa1", 2)}) << Titles
+                                           << QStringList({QString::fromLatin1("\xb0\xa1")});
 }
 
-void tst_VodCatalogue::partNames()
+void tst_VodCatalogue::names()
 {
     QFETCH(QByteArray, file);
     QFETCH(int, group);
     QFETCH(QStringList, names);
-    QCOMPARE(VodCatalogue::partNames(file, group), names);
-}
-
-void tst_VodCatalogue::contentTitles_data()
-{
-    QTest::addColumn<QByteArray>("file");
-    QTest::addColumn<QStringList>("titles");
-
-    const QByteArray three = contentsFile({"one", "two", "three"});
-    QTest::newRow("three titles") << three << QStringList({"one", "two", "three"});
-    QTest::newRow("empty file") << QByteArray() << QStringList();
-    QTest::newRow("header cut inside the count") << three.left(10) << QStringList();
-    QTest::newRow("zero count") << contentsFile({"one"}, 0) << QStringList();
-    QTest::newRow("negative count") << contentsFile({"one"}, -3) << QStringList();
-    QTest::newRow("count larger than records")
-        << contentsFile({"one", "two"}, 4) << QStringList({"one", "two"});
-    QTest::newRow("huge count, truncated file")
-        << contentsFile({"one", "two"}, 0x7fffffff).left(16 + 240 + 17) << QStringList({"one"});
-    // The raw bytes are kept, one character per byte; decoding is the list's.
-    QTest::newRow("EUC-KR bytes kept raw")
-        << contentsFile({QByteArray("\xb0\xa1", 2)}) << QStringList({QString::fromLatin1("\xb0\xa1")});
-}
-
-void tst_VodCatalogue::contentTitles()
-{
-    QFETCH(QByteArray, file);
-    QFETCH(QStringList, titles);
-    QCOMPARE(VodCatalogue::contentTitles(file), titles);
+    const QStringList read = group == Groups   ? VodCatalogue::groupNames(file)
+                             : group == Titles ? VodCatalogue::contentTitles(file)
+                                               : VodCatalogue::partNames(file, group);
+    QCOMPARE(read, names);
 }
 
 void tst_VodCatalogue::load_data()
@@ -198,19 +162,6 @@ void tst_VodCatalogue::load()
     QCOMPARE(buffer.left(bytes.size()), bytes);
     QCOMPARE(buffer.at(bytes.size()), '\0');
     env->remove(VodCatalogue::GroupFile);
-}
-
-void tst_VodCatalogue::loadMissingFile()
-{
-    env->remove(VodCatalogue::ContentsFile);
-    QByteArray buffer = contentsFile({"old"});
-    DeviceFile::Stamp stamp;
-
-    QTest::ignoreMessage(QtDebugMsg,
-                         QRegularExpression(QStringLiteral("vodcatalogue\\.cpp vodMessageHandle \\d+ stat error$")));
-    QVERIFY(!VodCatalogue::load(QLatin1String(VodCatalogue::ContentsFile), buffer, stamp));
-    QVERIFY(buffer.isEmpty());
-    QCOMPARE(VodCatalogue::contentTitles(buffer), QStringList());
 }
 
 QTEST_GUILESS_MAIN(tst_VodCatalogue)

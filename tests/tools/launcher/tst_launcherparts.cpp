@@ -1,10 +1,8 @@
-// The launcher's pieces: how it turns the keyboard into device keys, and how
-// it plays the phone's display and window manager. What it checks before
-// loading a plugin shows in the program's own tests.
+// The launcher's pieces: how it plays the phone's display and window manager,
+// and the video it shows. What it checks before loading a plugin shows in the
+// program's own tests.
 #include "entry/frameexports.h"
 #include "framehooks.h"
-#include "keymap.h"
-#include "keytranslator.h"
 #include "launcherscreen.h"
 #include "screencompositor.h"
 #include "testenvironment.h"
@@ -17,7 +15,6 @@
 
 #include <QApplication>
 #include <QDialog>
-#include <QKeyEvent>
 #include <QPainter>
 #include <QtTest>
 
@@ -27,16 +24,6 @@
 #include <unistd.h>
 
 namespace {
-
-class KeyRecorder : public QWidget
-{
-public:
-    QList<QPair<int, Qt::KeyboardModifiers>> keys;
-
-protected:
-    void keyPressEvent(QKeyEvent *e) override { keys.append({e->key(), e->modifiers()}); }
-    void keyReleaseEvent(QKeyEvent *e) override { keys.append({e->key(), e->modifiers()}); }
-};
 
 // A window whose whole area is a clear video area.
 class ClearWindow : public QWidget
@@ -72,82 +59,10 @@ private slots:
     void initTestCase() { env = std::make_unique<TestEnvironment>(); }
     void cleanup() { QCOMPARE(deleteLeakedTopLevels(), 0); }
 
-    void keys_data();
-    void keys();
     void stackingAndPopUps();
     void ownedPopUpShownFirstStaysOnTop();
-    void videoFeedFollowsTheWire_data();
-    void videoFeedFollowsTheWire();
     void videoPlaneFillsTheVideoWindow();
 };
-
-
-
-
-
-
-
-void tst_LauncherParts::keys_data()
-{
-    QTest::addColumn<int>("keyboardKey");
-    QTest::addColumn<QString>("name");
-    QTest::addColumn<int>("deviceKey");
-    QTest::addColumn<bool>("keypad");
-
-    QTest::newRow("Return") << int(Qt::Key_Return) << "Select" << int(Qt::Key_Select) << true;
-    QTest::newRow("Enter") << int(Qt::Key_Enter) << "select" << int(Qt::Key_Select) << true;
-    QTest::newRow("Escape") << int(Qt::Key_Escape) << "Back" << int(Qt::Key_Back) << false;
-    QTest::newRow("Backspace") << int(Qt::Key_Backspace) << "Back" << int(Qt::Key_Back) << false;
-    QTest::newRow("F1") << int(Qt::Key_F1) << "Context1" << int(Qt::Key_Context1) << false;
-    QTest::newRow("F2") << int(Qt::Key_F2) << "Context2" << int(Qt::Key_Context2) << false;
-    QTest::newRow("End") << int(Qt::Key_End) << "Hangup" << int(Qt::Key_Hangup) << false;
-    QTest::newRow("+") << int(Qt::Key_Plus) << "VolumeUp" << int(Qt::Key_VolumeUp) << false;
-    QTest::newRow("-") << int(Qt::Key_Minus) << "VolumeDown" << int(Qt::Key_VolumeDown) << false;
-    QTest::newRow("0") << int(Qt::Key_0) << "Video0" << 0x01200010 << false;
-    QTest::newRow("1") << int(Qt::Key_1) << "Video1" << 0x01200011 << false;
-    QTest::newRow("4") << int(Qt::Key_4) << "Video4" << 0x01200014 << false;
-    QTest::newRow("H") << int(Qt::Key_H) << "Headset" << 0x01200008 << false;
-    // Keys the device does not have pass as they are; names it does not know are none.
-    QTest::newRow("Right") << int(Qt::Key_Right) << "Video5" << 0 << false;
-    QTest::newRow("5") << int(Qt::Key_5) << "Return" << 0 << false;
-    QTest::newRow("Select itself") << int(Qt::Key_Select) << "" << 0 << false;
-}
-
-// A keyboard key becomes the device's key on its way to the focused window;
-// a key name read from standard input names the same.
-void tst_LauncherParts::keys()
-{
-    QFETCH(int, keyboardKey);
-    QFETCH(QString, name);
-    QFETCH(int, deviceKey);
-    QFETCH(bool, keypad);
-    const Qt::KeyboardModifiers modifiers = keypad ? Qt::KeypadModifier : Qt::NoModifier;
-
-    const KeyStroke named = KeyMap::fromName(name);
-    QCOMPARE(named.key, deviceKey);
-    QCOMPARE(named.modifiers, deviceKey ? modifiers : Qt::NoModifier);
-    if (deviceKey && name != QLatin1String("select"))
-        QVERIFY(KeyMap::keyboardHelp().join('\n').contains(name));
-
-    KeyTranslator translator;
-    qApp->installEventFilter(&translator);
-    KeyRecorder recorder;
-    recorder.show();
-    QVERIFY(QTest::qWaitForWindowActive(&recorder));
-    QTest::keyClick(&recorder, Qt::Key(keyboardKey));
-    const QPair<int, Qt::KeyboardModifiers> expected{deviceKey ? deviceKey : keyboardKey, modifiers};
-    QCOMPARE(recorder.keys, (QList<QPair<int, Qt::KeyboardModifiers>>{expected, expected}));
-
-    // Keys the program sends itself are not the keyboard's.
-    recorder.keys.clear();
-    QKeyEvent own(QEvent::KeyPress, keyboardKey, Qt::NoModifier);
-    QApplication::sendEvent(&recorder, &own);
-    QCOMPARE(recorder.keys.value(0).first, keyboardKey);
-}
-
-
-
-
 
 // The window shown last is on top, a pop-up centred; the bars are the frame's
 // where no window covers them.
@@ -195,44 +110,6 @@ void tst_LauncherParts::ownedPopUpShownFirstStaysOnTop()
     QTRY_VERIFY(owner->isActiveWindow());
 }
 
-void tst_LauncherParts::videoFeedFollowsTheWire_data()
-{
-    QTest::addColumn<QString>("channel");
-    QTest::addColumn<QString>("message");
-    QTest::addColumn<QByteArray>("data");
-    QTest::addColumn<QRect>("window");
-    QTest::addColumn<double>("seconds");
-
-    const QRect small = VideoFeed::SmallWindow;
-    const QString manager = VodChannel::VideoManager;
-    QTest::newRow("wide window") << manager << VodMessage::ChangeVodWindow
-                                 << QByteArray::fromHex("0000000000000000000001e00000010f") << QRect(0, 0, 480, 271)
-                                 << 0.0;
-    QTest::newRow("far edge beyond int") << manager << VodMessage::ChangeVodWindow
-                                         << QByteArray::fromHex("7fffff000000000000001000000000ff") << small << 0.0;
-    QTest::newRow("empty window") << manager << VodMessage::ChangeVodWindow
-                                  << QByteArray::fromHex("0000000000000000000000000000010f") << small << 0.0;
-    QTest::newRow("VOD time") << VodChannel::VideoApplication << VodMessage::CurrentTime
-                              << QByteArray::fromHex("43200000") << small << 160.0;
-    QTest::newRow("time elsewhere") << VodChannel::CallManager << VodMessage::CurrentTime
-                                    << QByteArray::fromHex("41480000") << small << 0.0;
-}
-
-// What the frame paints as the video follows what the module asked for.
-void tst_LauncherParts::videoFeedFollowsTheWire()
-{
-    QFETCH(QString, channel);
-    QFETCH(QString, message);
-    QFETCH(QByteArray, data);
-    QFETCH(QRect, window);
-    QFETCH(double, seconds);
-
-    VideoFeed feed(FrameHooks(&videophone_soft_keys, &videophone_listen));
-    deliver(channel, message, data);
-    QCOMPARE(feed.window(), window);
-    QCOMPARE(feed.seconds(), seconds);
-}
-
 // A video manager's frames fill the window the module asked for, scaled,
 // where a window leaves its video area clear; a plane without a picture is
 // black, and without a plane (none, or one whose writer died) the test
@@ -263,6 +140,10 @@ void tst_LauncherParts::videoPlaneFillsTheVideoWindow()
     QTRY_VERIFY(!ScreenCompositor::paintedImage(&window).isNull());
     const QRect video(8, 39, 256, 194);
     deliver(VodChannel::VideoManager, VodMessage::ChangeVodWindow, QByteArray::fromHex("0000000800000027" "00000100000000c2"));
+    QCOMPARE(screen.compositor()->videoFeed()->window(), video);
+    // A window whose far edge lies beyond int, or an empty one, leaves it as it was.
+    for (const char *hex : {"7fffff000000000000001000000000ff", "0000000000000000000000000000010f"})
+        deliver(VodChannel::VideoManager, VodMessage::ChangeVodWindow, QByteArray::fromHex(hex));
     QCOMPARE(screen.compositor()->videoFeed()->window(), video);
 
     QImage shot = screen.screenImage();

@@ -116,10 +116,8 @@ void tst_Plugin::translation_data()
     QTest::addColumn<QString>("title");
     QTest::addColumn<QString>("notice");
 
-    QTest::newRow("ko") << QByteArray("ko") << true << "동영상 콘텐츠" << "경고";
     QTest::newRow("ko_KR.UTF-8") << QByteArray("ko_KR.UTF-8") << true << "동영상 콘텐츠" << "경고";
     QTest::newRow("C: English") << QByteArray("C") << true << "Video Contents" << "Warning";
-    QTest::newRow("en_GB") << QByteArray("en_GB") << true << "Video Contents" << "Warning";
     QTest::newRow("no translation: English") << QByteArray("fr") << false << "Video Contents" << "Warning";
     QTest::newRow("no locale") << QByteArray("no such thing") << false << "Video Contents" << "Warning";
 }

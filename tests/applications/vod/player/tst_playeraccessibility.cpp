@@ -67,9 +67,6 @@ private slots:
                                              << "News: Paused"
                                              << "Time 00:01:05 of 00:10:00. Volume 8 of 16, muted. "
                                                 "Select: resume, Back: stop.";
-        QTest::newRow("small paused for push") << SmallVodScreen << VodPlayView::PausedForPush << "" << "" << "" << 4
-                                               << false << "Video: Paused for a broadcast"
-                                               << "Volume 4 of 16. Back: close.";
         QTest::newRow("full playing") << FullVodScreen << VodPlayView::Playing << "" << t << len << 3 << false
                                       << "Video: Playing"
                                       << "Time 00:01:05 of 00:10:00. Volume 3 of 16. Key 1: rewind, Key 2: pause, "
@@ -78,8 +75,6 @@ private slots:
                                      << "Video: Paused" << "Volume 3 of 16, muted. Key 2: resume, Key 3: stop.";
         QTest::newRow("push playing") << SmallPushScreen << VodPlayView::Playing << "" << "" << "" << 1 << false
                                       << "Broadcast: Playing" << "Volume 1 of 16. Back: stop, Full: full screen.";
-        QTest::newRow("push full playing") << FullPushScreen << VodPlayView::Playing << "" << "" << "" << 2 << false
-                                           << "Broadcast: Playing" << "Volume 2 of 16. Key 3: stop, Max: wide picture.";
         QTest::newRow("push wide paused") << WidePushScreen << VodPlayView::Paused << "" << "" << "" << 2 << true
                                           << "Broadcast: Paused" << "Volume 2 of 16, muted. Key 3: stop.";
     }

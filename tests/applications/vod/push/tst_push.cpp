@@ -67,6 +67,7 @@ private slots:
     void keys_data();
     void keys();
     void fullScreenViewSwitches();
+    void serverWatchdog_data();
     void serverWatchdog();
 };
 
@@ -223,8 +224,9 @@ void tst_Push::keys()
     QVERIFY(view->isVisible());
 }
 
-// Video4 opens the 4:3 view and moves the picture; once the picture is in
-// place, Video4 switches to the wide picture, and from there back to the view.
+// Video4 opens the 4:3 view once the picture is in place, Video4 switches to
+// the wide picture, and from there back to the view with the volume and mute.
+// (The windows asked for are the VOD players' own, checked there.)
 void tst_Push::fullScreenViewSwitches()
 {
     const auto view = playingView(false);
@@ -242,25 +244,15 @@ void tst_Push::fullScreenViewSwitches()
     QCOMPARE(full->screenStatus, VodPlayView::Playing);
     QCOMPARE(full->volume, 7);
     QVERIFY(full->isMute);
-    QCOMPARE(sentMessages(), QStringList{QStringLiteral("changeVodWindow(int,int,int,int) "
-                                                        "00000000000000000000016b00000110")});
     QVERIFY(!view->playScreenReady);
     QTRY_VERIFY(full->playScreenReady);
-
-    QtopiaIpcTransport::clearTraffic();
     pressKey(full, Key_Video4);
     QCOMPARE(full->screenType, WidePushScreen);
-    QCOMPARE(sentMessages(), QStringList{QStringLiteral("changeVodWindow(int,int,int,int) "
-                                                        "0000000000000000000001e00000010f")});
     pressKey(full, Qt::Key_VolumeDown);
-
-    QtopiaIpcTransport::clearTraffic();
     pressKey(full, Key_Video4);
     QVERIFY(!full->isVisible() && view->isVisible());
     QCOMPARE(view->volume, 6);
     QVERIFY(!view->isMute);
-    QCOMPARE(sentMessages(), QStringList{QStringLiteral("changeVodWindow(int,int,int,int) "
-                                                        "000000080000002700000100000000c2")});
 
     // A second Video4 makes a new view.
     QTRY_VERIFY(view->playScreenReady);
@@ -269,10 +261,21 @@ void tst_Push::fullScreenViewSwitches()
     QVERIFY(!old && view->fullScreenView);
 }
 
-// Thirty seconds without a time report: the notice; the broadcast goes on.
+void tst_Push::serverWatchdog_data()
+{
+    QTest::addColumn<int>("key"); // pressed after the notice; 0: the reports come back
+    QTest::newRow("reports again") << 0;
+    QTest::newRow("Back") << int(Qt::Key_Back);
+    QTest::newRow("Hangup") << int(Qt::Key_Hangup);
+}
+
+// Thirty seconds without a time report: the notice; the broadcast goes on. A
+// stop asked for before the next report closes the view at once: a lost
+// server never sends the end.
 void tst_Push::serverWatchdog()
 {
-    const auto view = playingView(true);
+    QFETCH(int, key);
+    const auto view = playingView(false);
     QTimer *watchdog = view->serverWatchdog;
     deliver(push, QLatin1String(CurrentTime), messageData(3.0f));
     QVERIFY(watchdog->isActive());
@@ -284,6 +287,12 @@ void tst_Push::serverWatchdog()
     QVERIFY(!watchdog->isActive());
     QCOMPARE(view->screenStatus, VodPlayView::Playing);
     QVERIFY(sentMessages().isEmpty());
+    if (key) {
+        pressKey(view.get(), key);
+        QCOMPARE(sentMessages(), (QStringList{"stopUIPush()", "QPE/VideoApplication showVodFullScreen()"}));
+        QVERIFY(!view->isVisible());
+        return;
+    }
     // The next report arms it again; a pause stops it.
     deliver(push, QLatin1String(CurrentTime), messageData(4.0f));
     QVERIFY(watchdog->isActive());

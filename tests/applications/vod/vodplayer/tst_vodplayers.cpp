@@ -93,6 +93,7 @@ private slots:
     void smallFilterAndWatchdog();
     void endGuard_data();
     void endGuard();
+    void endGuardThroughACallAndAResume();
     void handOverAndBack_data();
     void handOverAndBack();
     void seekPressesAddUp();
@@ -100,7 +101,6 @@ private slots:
     void awayAndBack_data();
     void awayAndBack();
     void serverSilence();
-    void storedVolume();
 };
 
 void tst_VodPlayers::notifications_data()
@@ -410,6 +410,26 @@ void tst_VodPlayers::endGuard()
         QCOMPARE(rig.small.screenStatus, VodPlayView::Stopping);
 }
 
+// A call stops the end guard and the resume after it starts it again: with the
+// video manager silent, the guard alone ends the title.
+void tst_VodPlayers::endGuardThroughACallAndAResume()
+{
+    Rig rig(Small);
+    rig.small.setTotalTime(QStringLiteral("00:01:00"));
+    rig.small.setScreenStatus(VodPlayView::Playing);
+    rig.small.messageHandle(QLatin1String(CurrentTime), messageData(59.5f));
+    QVERIFY(rig.small.frameSliderTimer && rig.small.frameSliderTimer->isActive());
+    rig.small.messageHandle(QLatin1String(StartCall), QByteArray());
+    QVERIFY(!rig.small.frameSliderTimer->isActive());
+    rig.small.messageHandle(QLatin1String(StopCall), QByteArray());
+    rig.small.messageHandle(QLatin1String(ResumedOKVod), QByteArray());
+    QCOMPARE(rig.small.screenStatus, VodPlayView::Playing);
+    QVERIFY(rig.small.frameSliderTimer->isActive());
+    QtopiaIpcTransport::clearTraffic();
+    QMetaObject::invokeMethod(rig.small.frameSliderTimer, "timeout");
+    QCOMPARE(sentMessages(), QStringList{QStringLiteral("stopVod()")});
+}
+
 void tst_VodPlayers::handOverAndBack_data()
 {
     QTest::addColumn<bool>("muted");
@@ -527,23 +547,6 @@ void tst_VodPlayers::serverSilence()
     QVERIFY(!rig.small.isVisible() && !rig.small.fullScreenView->isVisible());
     QCOMPARE(rig.small.screenStatus, VodPlayView::Stopped);
     QCOMPARE(ended.size(), 0);
-}
-
-// The level comes from the sound settings, which every change writes back.
-void tst_VodPlayers::storedVolume()
-{
-    QSettings sound(QStringLiteral("Trolltech"), QStringLiteral("Sound"));
-    sound.setValue(QStringLiteral("Volume/VOD"), 15);
-    {
-        VodPlaySmallScreenView player(nullptr, nullptr);
-        QCOMPARE(player.volume, 16);
-        pressKey(&player, Qt::Key_VolumeDown);
-    }
-    sound.sync();
-    QCOMPARE(sound.value(QStringLiteral("Volume/VOD")).toInt(), 14);
-    sound.remove(QStringLiteral("Volume/VOD"));
-    VodPlaySmallScreenView fresh(nullptr, nullptr);
-    QCOMPARE(fresh.volume, 9);
 }
 
 QTEST_MAIN(tst_VodPlayers)
