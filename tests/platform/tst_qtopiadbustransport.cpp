@@ -267,6 +267,19 @@ private slots:
         QCOMPARE(seen, (QStringList{"one()", "two()"}));
     }
 
+    // The transport a program takes says so: information as asked, a warning
+    // where the machine cannot do as asked.
+    void selectionSaysSo()
+    {
+        qputenv("QPE_IPC_TRANSPORT", "local");
+        QTest::ignoreMessage(QtInfoMsg, "IPC over the in-process transport (QPE_IPC_TRANSPORT=local)");
+        QVERIFY(dynamic_cast<QtopiaLocalTransport *>(QtopiaIpcTransport::selectDefault()));
+        qputenv("QPE_IPC_TRANSPORT", "qcop");
+        QTest::ignoreMessage(QtWarningMsg,
+                             "QPE_IPC_TRANSPORT=qcop is neither dbus nor local; IPC over the D-Bus session bus");
+        QVERIFY(dynamic_cast<QtopiaDBusTransport *>(QtopiaIpcTransport::selectDefault()));
+    }
+
     // A request sent after the bus daemon went is lost, and says so.
     void lostBusSaysSo()
     {
