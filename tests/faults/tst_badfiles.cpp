@@ -14,7 +14,6 @@
 
 #include <QApplication>
 #include <QDir>
-#include <QImage>
 #include <QRandomGenerator>
 #include <QRegularExpression>
 #include <QTest>
@@ -27,11 +26,6 @@ namespace {
 
 const QString marker = QStringLiteral("/tmp/status/vod_setup_status");
 const QString phoneStatus = QStringLiteral("/tmp/status/PhoneStatus.conf");
-
-void notify(const char *message)
-{
-    deliver(QLatin1String(VodChannel::VideoApplication), QLatin1String(message));
-}
 
 QByteArray junk(int size)
 {
@@ -120,7 +114,7 @@ void tst_BadFiles::catalogueChanged()
     vod w;
     w.show();
     QVERIFY(QTest::qWaitForWindowExposed(&w));
-    notify(VodMessage::GetGroupList);
+    deliver(VodChannel::VideoApplication, VodMessage::GetGroupList);
     if (!groups) {
         openRow(w, 1);
         openRow(w, 0);
@@ -133,7 +127,7 @@ void tst_BadFiles::catalogueChanged()
         QDir().mkpath(env->path(file));
     else
         env->writeFile(file, replacement);
-    notify(groups ? VodMessage::GetGroupList : VodMessage::GetContentsList);
+    deliver(VodChannel::VideoApplication, groups ? VodMessage::GetGroupList : VodMessage::GetContentsList);
     QCOMPARE(listRows(w), shown);
     QCOMPARE(w.currentLevel, level);
 

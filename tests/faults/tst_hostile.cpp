@@ -6,8 +6,6 @@
 #include "browser/mvodinfoview.h"
 #include "browser/mvodlistview.h"
 #include "devicekeys.h"
-#include "entry/applicationimpl.h"
-#include "launcherscreen.h"
 #include "messaging/messagecatalogue.h"
 #include "messaging/messagedata.h"
 #include "messaging/vodmessages.h"
@@ -21,7 +19,6 @@
 #include "vod.h"
 #include "vodcatalogue.h"
 #include "vodcataloguefixture.h"
-#include "vodplayer/vodplayfullscreenview.h"
 #include "vodplayer/vodplaysmallscreenview.h"
 
 #include <QApplication>
@@ -36,7 +33,6 @@
 #include <fcntl.h>
 #include <malloc.h>
 #include <sys/stat.h>
-#include <sys/time.h>
 #include <unistd.h>
 
 #include <functional>

@@ -42,11 +42,6 @@ struct Step
     std::function<void()> act;
 };
 
-void notifyOn(const char *channel, const char *message, const QByteArray &data = QByteArray())
-{
-    deliver(QLatin1String(channel), QLatin1String(message), data);
-}
-
 // Types a key to the player that is up: after a notice or a hand-over the
 // keyboard must be a player's again, never the browser's, a page's or a notice's.
 void keyToPlayer(int key, Qt::KeyboardModifiers modifiers = Qt::NoModifier)
@@ -117,7 +112,7 @@ void tst_ScreenTruth::pushViews()
     std::unique_ptr<VideoPushView> push(
         qobject_cast<VideoPushView *>(factory.createMainWindow(QStringLiteral("videoPush"), display.screen(), {})));
     const auto on = [](const char *message, const QByteArray &data = QByteArray()) {
-        return [message, data] { notifyOn(VodChannel::PushApplication, message, data); };
+        return [message, data] { deliver(VodChannel::PushApplication, message, data); };
     };
     const auto key = [](int k) { return [k] { keyToPlayer(k); }; };
 
@@ -166,11 +161,11 @@ void tst_ScreenTruth::vodPlayers()
     auto browser = std::make_unique<vod>();
     browser->showMaximized();
     // The browser at the titles asks for the set-up of the second.
-    notifyOn(VodChannel::VideoApplication, GetContentsList);
+    deliver(VodChannel::VideoApplication, GetContentsList);
     openRow(*browser, 1);
     QCOMPARE(browser->currentLevel, int(MediaInfoLevel));
     const auto on = [](const char *message, const QByteArray &data = QByteArray()) {
-        return [message, data] { notifyOn(VodChannel::VideoApplication, message, data); };
+        return [message, data] { deliver(VodChannel::VideoApplication, message, data); };
     };
     const auto key = [](int k, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
         return [k, modifiers] { keyToPlayer(k, modifiers); };

@@ -63,13 +63,12 @@ void VideoManagerEndpoint::onVideoManager(const QString &message, const QByteArr
     log(QStringLiteral("<-"), channel, message, data);
 
     if (isMessage(message, ChangeVodWindow)) {
-        // The display places the pictures there.
+        // The display places the pictures there: the video manager only says so.
         MessageReader in(data);
         const int x = in.readInt();
         const int y = in.readInt();
         const int width = in.readInt();
         const int height = in.readInt();
-        window = QRect(x, y, width, height);
         note(QStringLiteral("video window now %1,%2 %3x%4").arg(x).arg(y).arg(width).arg(height));
     } else if (isMessage(message, RequestContentsPage)) {
         note(QStringLiteral("paged contents are not offered: not answered"));

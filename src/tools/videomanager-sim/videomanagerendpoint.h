@@ -4,12 +4,11 @@
 
 #include <QByteArray>
 #include <QObject>
-#include <QRect>
 #include <QString>
 
 // What the simulated and the real video manager do alike: hear the module's
 // requests on "QPE/VideoManager" and "QPE/CallManager", log every message in
-// and out as one readable line, remember the video window, write the catalogue
+// and out as one readable line, write the catalogue
 // files and announce them. What a request does is the subclass's business.
 class VideoManagerEndpoint : public QObject
 {
@@ -25,9 +24,6 @@ public:
 
     explicit VideoManagerEndpoint(QObject *parent = nullptr);
     ~VideoManagerEndpoint() override;
-
-    // What the module asked for last in "changeVodWindow(int,int,int,int)".
-    QRect videoWindow() const { return window; }
 
     // Logs on stdout with time stamps, says `ready` once the requests can
     // arrive and runs until the program is told to stop (SIGINT, SIGTERM).
@@ -56,6 +52,4 @@ protected:
 private:
     void onVideoManager(const QString &message, const QByteArray &data);
     void writeCatalogue(const QString &file, const QByteArray &bytes, const char *announce, const QString &what);
-
-    QRect window;
 };

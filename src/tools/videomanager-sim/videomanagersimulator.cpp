@@ -52,16 +52,6 @@ void VideoManagerSimulator::advance(int seconds)
     }
 }
 
-bool VideoManagerSimulator::isReportingPush() const
-{
-    return pushTicker->isActive();
-}
-
-bool VideoManagerSimulator::isReportingVod() const
-{
-    return vodTicker->isActive();
-}
-
 void VideoManagerSimulator::onCallManager(const QString &message, const QByteArray &data)
 {
     const QString channel = QLatin1String(VodChannel::CallManager);
@@ -69,8 +59,7 @@ void VideoManagerSimulator::onCallManager(const QString &message, const QByteArr
     if (silent)
         return;
     if (isMessage(message, SetVolumeVod)) {
-        volumeLevel = MessageReader(data).readInt();
-        note(QStringLiteral("volume now %1").arg(volumeLevel));
+        note(QStringLiteral("volume now %1").arg(MessageReader(data).readInt()));
     } else if (isMessage(message, SetHeadsetOnOff)) {
         headset = !headset;
         note(headset ? QStringLiteral("headset on") : QStringLiteral("headset off"));

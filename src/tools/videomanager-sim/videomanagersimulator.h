@@ -27,22 +27,11 @@ public:
     explicit VideoManagerSimulator(const SimulatorOptions &options, QObject *parent = nullptr);
     ~VideoManagerSimulator() override;
 
-    const SimulatorOptions &options() const { return settings; }
-
     // With a manual clock: lets `seconds` simulated seconds pass, one at a
     // time: what falls due in a second happens, then the reports of that second.
     void advance(int seconds);
     // One simulated second, in real milliseconds.
     int secondMs() const;
-
-    // What the module asked for last.
-    int volume() const { return volumeLevel; } // -1 before the first "setVolume_vod(int)"
-    bool headsetOn() const { return headset; }
-
-    bool isSilent() const { return silent; }
-    bool isReportingPush() const;
-    bool isReportingVod() const;
-    double vodPosition() const { return vod.seconds(); }
 
 protected:
     bool answering() const override { return !silent; }
@@ -51,7 +40,6 @@ protected:
     void onCallManager(const QString &message, const QByteArray &data) override;
 
 private:
-
     void setupVod(int number);
     void startVod(const QString &position);
     void pauseVod();
@@ -89,6 +77,5 @@ private:
     int now = 0;
     QList<QPair<double, std::function<void()>>> due;
 
-    int volumeLevel = -1;
     bool headset = false;
 };

@@ -16,7 +16,6 @@
 
 #include <QApplication>
 #include <QLoggingCategory>
-#include <QSignalSpy>
 #include <QTest>
 #include <QTimer>
 
@@ -28,11 +27,6 @@ using namespace VodMessage;
 namespace {
 
 const QString application = QLatin1String(VodChannel::VideoApplication);
-
-void notify(const char *message, const QByteArray &data = QByteArray())
-{
-    deliver(application, QLatin1String(message), data);
-}
 
 void expire(QWaitWidget *wait)
 {
@@ -90,7 +84,7 @@ void tst_Vod::walkThere()
     QCOMPARE(browser.waitWidget->text(), QStringLiteral("Getting contents"));
     QVERIFY(browser.waitWidget->isVisible());
 
-    notify(GetGroupList);
+    deliver(application, GetGroupList);
     QCOMPARE(listRows(browser), (QStringList{QStringLiteral("g0"), QStringLiteral("가")}));
     QCOMPARE(browser.windowTitle(), QStringLiteral("Video Contents;VOD Contents"));
     QVERIFY(!browser.waitWidget->isVisible());
@@ -113,7 +107,7 @@ void tst_Vod::walkThere()
     QCOMPARE(browser.waitWidget->text(), QStringLiteral("Getting List"));
     QCOMPARE(browser.currentLevel, int(PartLevel));
 
-    notify(GetContentsList);
+    deliver(application, GetContentsList);
     QCOMPARE(browser.currentLevel, int(ContentsLevel));
     QCOMPARE(listRows(browser), (QStringList{QStringLiteral("t0"), QStringLiteral("t1"), QStringLiteral("t2")}));
     QCOMPARE(browser.windowTitle(), QStringLiteral("Video Contents;VOD Title"));
@@ -126,7 +120,7 @@ void tst_Vod::walkThere()
     QTRY_VERIFY(browser.waitWidget->isActiveWindow());
 
     // From 10 s to 3733.5 s: 01:02:03 and 500 ms.
-    notify(SetupOKVod, messageData(qint32(0), qint32(1), qint32(3), 10.0f, 3733.5f, 0.0f));
+    deliver(application, SetupOKVod, messageData(qint32(0), qint32(1), qint32(3), 10.0f, 3733.5f, 0.0f));
     MVodInfoView *page = browser.infoView;
     QVERIFY(page && page->isVisible());
     QCOMPARE(page->title, QStringLiteral("t2"));
@@ -139,12 +133,12 @@ void tst_Vod::walkThere()
 void tst_Vod::walkBack()
 {
     vod browser;
-    notify(GetGroupList);
+    deliver(application, GetGroupList);
     openRow(browser, 1);
     openRow(browser, 0);
-    notify(GetContentsList);
+    deliver(application, GetContentsList);
     openRow(browser, 0);
-    notify(SetupOKVod, messageData(qint32(0), qint32(0), qint32(1), 0.0f, 60.0f, 0.0f));
+    deliver(application, SetupOKVod, messageData(qint32(0), qint32(0), qint32(1), 0.0f, 60.0f, 0.0f));
     QPointer<MVodInfoView> page = browser.infoView.data();
     browser.show();
 
@@ -159,7 +153,7 @@ void tst_Vod::walkBack()
     QVERIFY(!page);
     pressKey(browser.listView, Qt::Key_Back); // at the page's level: the contents again
     QCOMPARE(sentMessages().constLast(), QStringLiteral("requestContents(int,int) 0000000100000000"));
-    notify(GetContentsList);
+    deliver(application, GetContentsList);
     QtopiaIpcTransport::clearTraffic();
     pressKey(browser.listView, Qt::Key_Back);
     QCOMPARE(browser.currentLevel, int(PartLevel));
@@ -169,7 +163,7 @@ void tst_Vod::walkBack()
     QCOMPARE(browser.currentLevel, int(GroupLevel));
     QVERIFY(listRows(browser).isEmpty());
     QCOMPARE(sentMessages(), QStringList{QStringLiteral("requestGroupList()")});
-    notify(GetGroupList);
+    deliver(application, GetGroupList);
     pressKey(browser.listView, Qt::Key_Back);
     QVERIFY(!browser.isVisible());
 }
@@ -212,7 +206,7 @@ void tst_Vod::keysInTheList()
     browser.resize(480, 210);
     browser.show();
     QVERIFY(QTest::qWaitForWindowExposed(&browser));
-    notify(GetGroupList);
+    deliver(application, GetGroupList);
     browser.listView->setCurrentRow(qMin(3, groups - 1));
     if (scrolled)
         browser.listView->scrollToBottom();
@@ -246,12 +240,12 @@ void tst_Vod::waitExpires()
     vod browser;
     browser.show();
     if (level > GroupLevel) {
-        notify(GetGroupList);
+        deliver(application, GetGroupList);
         openRow(browser, 0);
     }
     if (level > PartLevel) {
         openRow(browser, 0);
-        notify(GetContentsList);
+        deliver(application, GetContentsList);
     }
     QWaitWidget *wait = browser.waitWidget;
     if (level > GroupLevel) {
@@ -279,10 +273,10 @@ void tst_Vod::setupFailure()
     QFETCH(bool, waiting);
     vod browser;
     browser.show();
-    notify(GetGroupList);
+    deliver(application, GetGroupList);
     openRow(browser, 0);
     openRow(browser, 0);
-    notify(GetContentsList);
+    deliver(application, GetContentsList);
     openRow(browser, 1);
     QTRY_VERIFY(browser.waitWidget->isActiveWindow());
     QWidget other;
@@ -290,7 +284,7 @@ void tst_Vod::setupFailure()
         other.show();
         QTRY_VERIFY(other.isActiveWindow());
     }
-    notify(SetupFailVod, messageData(5));
+    deliver(application, SetupFailVod, messageData(5));
     QCOMPARE(browser.waitWidget->isShowingResult(), waiting);
     QCOMPARE(browser.currentLevel, waiting ? int(ContentsLevel) : int(MediaInfoLevel));
     if (waiting) {
@@ -323,18 +317,19 @@ void tst_Vod::informationPage()
     QFETCH(QString, shown);
 
     vod browser;
-    notify(GetGroupList);
+    deliver(application, GetGroupList);
     openRow(browser, 0);
     openRow(browser, 0);
-    notify(GetContentsList);
+    deliver(application, GetContentsList);
     openRow(browser, 1);
-    notify(SetupOKVod, start < 0 ? QByteArray() : messageData(qint32(0), qint32(0), qint32(2), start, end, 0.0f));
+    deliver(application, SetupOKVod,
+            start < 0 ? QByteArray() : messageData(qint32(0), qint32(0), qint32(2), start, end, 0.0f));
     QPointer<MVodInfoView> first = browser.infoView.data();
     QCOMPARE(first->playTime.toString(QStringLiteral("hh:mm:ss")), shown);
     QCOMPARE(first->windowTitle(), QStringLiteral("Video Contents;Media Information"));
     QCOMPARE(first->size(), QSize(480, 272));
 
-    notify(SetupOKVod, messageData(qint32(0), qint32(0), qint32(2), 0.0f, 100.0f, 0.0f));
+    deliver(application, SetupOKVod, messageData(qint32(0), qint32(0), qint32(2), 0.0f, 100.0f, 0.0f));
     QVERIFY(!first && browser.infoView);
     MVodInfoView *page = browser.infoView;
     VodPlaySmallScreenView *player = page->playView;
@@ -346,7 +341,7 @@ void tst_Vod::informationPage()
     QVERIFY(player->isVisible());
     QCOMPARE(player->totalTimeText, QStringLiteral("00:01:40"));
     QCOMPARE(player->windowTitle(), QStringLiteral("Video Contents;t1"));
-    notify(EndOKVod);
+    deliver(application, EndOKVod);
     QVERIFY(!player->isVisible() && !page->isVisible());
     QCOMPARE(browser.currentLevel, int(ContentsLevel));
 }
@@ -358,20 +353,20 @@ void tst_Vod::focusProcedures()
     vod browser;
     browser.show();
     QTRY_VERIFY(browser.listView->hasFocus() || QApplication::activeWindow() == browser.waitWidget);
-    notify(GetGroupList);
+    deliver(application, GetGroupList);
     QTRY_VERIFY(browser.listView->hasFocus());
     QCOMPARE(browser.focusedWidget.data(), browser.listView);
 
-    notify(ClearFocus);
+    deliver(application, ClearFocus);
     QVERIFY(!browser.listView->hasFocus());
 
     // The one pin of the design's debug texts: where the "VOD" lines come from.
     QTest::ignoreMessage(QtDebugMsg, QRegularExpression(R"re(^"[^"]*/vod\.cpp:\d+:vodMessageHandle"  : message\[ "checkFocus\(\)" \] received$)re"));
-    notify(CheckFocus);
+    deliver(application, CheckFocus);
     QTRY_VERIFY(browser.listView->hasFocus());
 
     // A page painted without the keyboard is recorded; once deleted, it is forgotten.
-    notify(SetupOKVod, messageData(qint32(0), qint32(0), qint32(1), 0.0f, 60.0f, 0.0f));
+    deliver(application, SetupOKVod, messageData(qint32(0), qint32(0), qint32(1), 0.0f, 60.0f, 0.0f));
     QVERIFY(QTest::qWaitForWindowExposed(browser.infoView));
     browser.listView->setFocus();
     browser.infoView->repaint();
@@ -379,7 +374,7 @@ void tst_Vod::focusProcedures()
     delete browser.infoView.data();
     browser.listView->clearFocus();
     QTest::ignoreMessage(QtWarningMsg, "VOD is processing, but Focus widget isn't Founded !!");
-    notify(CheckFocus);
+    deliver(application, CheckFocus);
     QVERIFY(!browser.listView->hasFocus());
 }
 

@@ -18,8 +18,10 @@ class tst_VodCatalogue : public QObject
 {
     Q_OBJECT
 
+    std::unique_ptr<TestEnvironment> env;
+
 private slots:
-    void initTestCase();
+    void initTestCase() { env = std::make_unique<TestEnvironment>(); }
 
     void layoutOffsets();
     void names_data();
@@ -27,15 +29,7 @@ private slots:
 
     void load_data();
     void load();
-
-private:
-    std::unique_ptr<TestEnvironment> env;
 };
-
-void tst_VodCatalogue::initTestCase()
-{
-    env = std::make_unique<TestEnvironment>();
-}
 
 // The byte offsets themselves, written by hand rather than by the fixture
 // writer, so that a writer and a reader sharing a mistake cannot both pass.

@@ -13,7 +13,6 @@
 
 #include "messaging/vodmessages.h"
 
-#include <QApplication>
 #include <QDialog>
 #include <QPainter>
 #include <QtTest>

@@ -12,7 +12,6 @@
 #include "testenvironment.h"
 
 #include <QPointer>
-#include <QSignalSpy>
 #include <QTest>
 #include <QTimer>
 
